@@ -1,0 +1,190 @@
+#include "database.h"
+
+#include "container_blob.h"
+#include "database_file.h"
+#include "field_value.h"
+#include "names.h"
+#include "schema.h"
+#include "sqlite.h"
+
+#include <api/values.h>
+
+namespace vdhost::db {
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kReadSql =
+    "SELECT f.kind, v.type, v.value FROM vd_fields f JOIN vd_tables t ON t.id = f.table_id "
+    "LEFT JOIN vd_values v ON v.field_id = f.id AND v.record_id = ?3 "
+    "WHERE t.name = ?1 AND f.name = ?2";
+constexpr const char* kFindTableSql = "SELECT id FROM vd_tables WHERE name = ?1";
+constexpr const char* kAddTableSql = "INSERT INTO vd_tables (name) VALUES (?1)";
+constexpr const char* kFindFieldSql = "SELECT id, kind FROM vd_fields WHERE table_id = ?1 AND name = ?2";
+constexpr const char* kAddFieldSql = "INSERT INTO vd_fields (table_id, name, kind) VALUES (?1, ?2, ?3)";
+constexpr const char* kAddRecordSql = "INSERT OR IGNORE INTO vd_records (table_id, id) VALUES (?1, ?2)";
+constexpr const char* kStoreValueSql =
+    "INSERT INTO vd_values (field_id, record_id, type, value) VALUES (?1, ?2, ?3, ?4) "
+    "ON CONFLICT (field_id, record_id) DO UPDATE SET type = excluded.type, value = excluded.value";
+constexpr const char* kListFieldsSql =
+    "SELECT t.name, f.name, f.kind FROM vd_fields f JOIN vd_tables t ON t.id = f.table_id ORDER BY f.id";
+
+struct FieldRow {
+    int64_t id;
+    FieldKind kind;
+};
+
+FieldKind storedKind(std::string_view text, const std::string& name) {
+    if (auto kind = parseKind(text)) return *kind;
+    throw DatabaseError("\"" + name + "\" holds a field of unknown kind \"" + std::string(text) + "\"");
+}
+
+int64_t ensureTable(Connection& c, std::string_view table) {
+    {
+        Query find(c, kFindTableSql);
+        if (find.bind(1, table).step()) return find.integer(0);
+    }
+    Query(c, kAddTableSql).bind(1, table).run();
+    return sqlite3_last_insert_rowid(c.handle());
+}
+
+std::optional<FieldRow> findField(Connection& c, int64_t tableId, std::string_view field) {
+    Query find(c, kFindFieldSql);
+    if (!find.bind(1, tableId).bind(2, field).step()) return std::nullopt;
+    return FieldRow{find.integer(0), storedKind(find.text(1), c.name())};
+}
+
+FieldRow addField(Connection& c, int64_t tableId, std::string_view field, FieldKind kind) {
+    Query(c, kAddFieldSql).bind(1, tableId).bind(2, field).bind(3, std::string_view(kindName(kind))).run();
+    return {sqlite3_last_insert_rowid(c.handle()), kind};
+}
+
+void storeValue(Connection& c, int64_t fieldId, const StoredValue& stored) {
+    Query store(c, kStoreValueSql);
+    store.bind(1, fieldId).bind(2, kCurrentRecord).bind(3, int64_t{stored.type});
+    switch (stored.form) {
+        case StoredValue::Form::Empty: store.bindNull(4); break;
+        case StoredValue::Form::Text: store.bind(4, std::string_view(stored.text)); break;
+        case StoredValue::Form::Number: store.bind(4, stored.number); break;
+        case StoredValue::Form::Container: store.bind(4, std::span<const uint8_t>(stored.blob)); break;
+    }
+    store.run();
+}
+
+// The value in the columns (type, value) of a read, for a field of the given kind.
+FMX_Data valueFromColumns(const Query& row, FieldKind kind, std::string_view table, std::string_view field,
+                          const std::string& name) {
+    const int form = row.columnType(2);
+    if (form == SQLITE_NULL) return emptyValueOf(kind);
+    auto wrongForm = [&] {
+        return DatabaseError("Field " + qualifiedName(table, field) + " in \"" + name +
+                             "\" holds a value that does not fit its kind (" + kindName(kind) + ")");
+    };
+    switch (kind) {
+        case FieldKind::Text:
+            if (form != SQLITE_TEXT) throw wrongForm();
+            return textValue(row.text(2), static_cast<int32_t>(row.integer(1)));
+        case FieldKind::Number:
+            if (form != SQLITE_FLOAT && form != SQLITE_INTEGER) throw wrongForm();
+            return makeNumber(row.real(2));
+        case FieldKind::Container:
+            if (form != SQLITE_BLOB) throw wrongForm();
+            try {
+                return decodeContainer(row.blob(2));
+            } catch (const DatabaseError& e) {
+                throw DatabaseError("Field " + qualifiedName(table, field) + " in \"" + name +
+                                    "\": " + e.what());
+            }
+    }
+    return emptyValueOf(kind);
+}
+
+}  // namespace
+
+Database::Database(fs::path path)
+    : path_(std::move(path)), location_(fs::absolute(path_)), name_(path_.string()) {
+    if (fs::exists(location_)) inspectDatabaseFile(location_, name_);
+}
+
+Database::~Database() = default;
+Database::Database(Database&&) noexcept = default;
+Database& Database::operator=(Database&&) noexcept = default;
+
+bool Database::exists() const {
+    std::error_code ec;
+    return fs::exists(location_, ec);
+}
+
+Connection* Database::connection() const {
+    if (!connection_ && exists()) {
+        inspectDatabaseFile(location_, name_);
+        connection_ = openDatabaseFile(location_, name_);
+    }
+    return connection_.get();
+}
+
+Connection& Database::connectionForWriting(const FMX_Data* firstValue, std::string_view table,
+                                           std::string_view field) {
+    if (!connection_ && !exists()) {
+        // A value the new field could not take must not leave a new file behind.
+        if (firstValue) storedFormOf(*firstValue, kindForValue(*firstValue), table, field);
+        createDatabaseFile(location_, name_);
+    }
+    Connection* c = connection();
+    if (!c) throw DatabaseError("Cannot create \"" + name_ + "\": the file vanished as it was made");
+    return *c;
+}
+
+std::optional<FMX_Data> Database::read(std::string_view table, std::string_view field) const {
+    checkName(table, "table");
+    checkName(field, "field");
+    Connection* c = connection();
+    if (!c) return std::nullopt;
+    Query row(*c, kReadSql);
+    if (!row.bind(1, table).bind(2, field).bind(3, kCurrentRecord).step()) return std::nullopt;
+    return valueFromColumns(row, storedKind(row.text(0), name_), table, field, name_);
+}
+
+void Database::write(std::string_view table, std::string_view field, const FMX_Data& value) {
+    checkName(table, "table");
+    checkName(field, "field");
+    Connection& c = connectionForWriting(&value, table, field);
+    Transaction transaction(c);
+    const int64_t tableId = ensureTable(c, table);
+    auto row = findField(c, tableId, field);
+    if (!row) row = addField(c, tableId, field, kindForValue(value));
+    const StoredValue stored = storedFormOf(value, row->kind, table, field);
+    Query(c, kAddRecordSql).bind(1, tableId).bind(2, kCurrentRecord).run();
+    storeValue(c, row->id, stored);
+    transaction.commit();
+}
+
+void Database::define(std::string_view table, std::string_view field, FieldKind kind) {
+    checkName(table, "table");
+    checkName(field, "field");
+    Connection& c = connectionForWriting(nullptr, table, field);
+    Transaction transaction(c);
+    const int64_t tableId = ensureTable(c, table);
+    if (auto row = findField(c, tableId, field)) {
+        if (row->kind != kind)
+            throw DatabaseError("Field " + qualifiedName(table, field) + " is already a " +
+                                kindName(row->kind) + " field; it cannot become a " + kindName(kind) +
+                                " field");
+        return;  // the transaction rolls back: nothing was changed
+    }
+    addField(c, tableId, field, kind);
+    transaction.commit();
+}
+
+std::vector<FieldInfo> Database::fields() const {
+    std::vector<FieldInfo> out;
+    Connection* c = connection();
+    if (!c) return out;
+    Query list(*c, kListFieldsSql);
+    while (list.step())
+        out.push_back(
+            {std::string(list.text(0)), std::string(list.text(1)), storedKind(list.text(2), name_)});
+    return out;
+}
+
+}  // namespace vdhost::db

@@ -1,0 +1,65 @@
+// One host session: an open database, the loaded plug-ins, the $$ variables, and the evaluation of
+// calculations against them. It is also the evaluation host that plug-ins reach through
+// FM_ExprEnv_Evaluate while it is alive.
+#pragma once
+
+#include "api/evaluation_host.h"
+#include "calc/context.h"
+#include "db/database.h"
+#include "plugins/plugin_set.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vdhost {
+
+struct SessionOptions {
+    std::filesystem::path database = "Untitled.vddb";
+    // When set, the database presents itself as hosted on this server ("fmnet:/host/name").
+    std::optional<std::string> remoteHost;
+    // Empty: PluginSet::defaultFolders().
+    std::vector<std::filesystem::path> pluginFolders;
+    bool loadPlugins = true;
+    HostIdentity identity;
+};
+
+class Session final : public EvaluationHost, public calc::Context {
+public:
+    // Opens the database (throws db::DatabaseError) and loads the plug-ins. Problems with single
+    // plug-ins do not stop the session; they are listed in problems().
+    explicit Session(SessionOptions options);
+    ~Session() override;
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    // Evaluates a calculation; throws calc::CalcError.
+    FMX_Data evaluate(std::u16string_view text, calc::Variables& locals, int line = 1, int column = 1);
+
+    void setField(std::string_view table, std::string_view field, const FMX_Data& value);
+
+    db::Database& database() { return database_; }
+    PluginSet& plugins() { return plugins_; }
+    const std::vector<std::string>& problems() const { return problems_; }
+
+    // EvaluationHost
+    FMX_ErrCode evaluate(std::u16string_view expression, FMX_Data& result) override;
+
+    // calc::Context
+    std::optional<FMX_Data> field(std::string_view table, std::string_view field) override;
+    std::u16string filePath() override;
+    calc::Variables& globals() override { return globals_; }
+    const FMX_ExprEnv* exprEnv() override { return &exprEnv_; }
+
+private:
+    SessionOptions options_;
+    db::Database database_;
+    calc::Variables globals_;
+    FMX_ExprEnv exprEnv_;
+    EvaluationHost* previousHost_;
+    PluginSet plugins_;
+    std::vector<std::string> problems_;
+};
+
+}  // namespace vdhost

@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Installs the Debian packages the build, the tests and the benchmarks need. Idempotent, and quiet
+# when everything is already there.
+set -euo pipefail
+
+packages=(
+  # build
+  g++ cmake ninja-build pkg-config
+  # host: database file, line editing
+  libsqlite3-dev libedit-dev
+  # plug-in: settings compression, the media layer (FFmpeg) and images (libvips)
+  zlib1g-dev libavformat-dev libavcodec-dev libswresample-dev libavutil-dev libvips-dev
+  # tests and benchmarks (ffmpeg and sox make fixtures and are the tools we measure against)
+  libgtest-dev libgmock-dev libbenchmark-dev ffmpeg sox libsox-fmt-mp3
+)
+
+# ./scripts/install-deps.sh --fuzz adds what the libFuzzer configuration needs.
+if [ "${1:-}" = "--fuzz" ]; then
+  packages+=(clang libclang-rt-14-dev)
+fi
+
+missing=()
+for p in "${packages[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q '^install ok installed$'; then
+    missing+=("$p")
+  fi
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+echo "Installing: ${missing[*]}"
+sudo=""
+[ "$(id -u)" -ne 0 ] && sudo="sudo"
+export DEBIAN_FRONTEND=noninteractive
+$sudo apt-get update -qq
+$sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

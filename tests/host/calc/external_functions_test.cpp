@@ -1,0 +1,111 @@
+// Calls of functions that plug-ins registered.
+#include "calc_test_support.h"
+#include "test_functions.h"
+
+#include "api/function_registry.h"
+#include "api/values.h"
+
+namespace vdhost::calc::testing {
+namespace {
+
+class ExternalFunctionTest : public CalcTest {
+protected:
+    TestFunctions functions;
+};
+
+TEST_F(ExternalFunctionTest, HandlersReceiveEvaluatedArgumentsAndTheEnvironment) {
+    EXPECT_EQ(text("Test_Echo ( \"a\" & 1 + 1 ; \"ignored\" )"), "a2");
+    EXPECT_EQ(TestFunctions::lastEnvironment(), context.exprEnv());
+    EXPECT_EQ(eval("Test_Echo ( 1 = 1 )").type, FMX_TYPE_BOOLEAN);  // values arrive with their type
+    EXPECT_EQ(text("test_ECHO ( \"any case\" )"), "any case");
+}
+
+TEST_F(ExternalFunctionTest, CallsWithoutArguments) {
+    EXPECT_EQ(text("Test_Now + 1"), "43");
+    EXPECT_EQ(text("Test_Now ( ) + 1"), "43");
+}
+
+TEST_F(ExternalFunctionTest, ARegistrationIsChosenByArgumentCount) {
+    EXPECT_EQ(text("Test_Range ( 1 )"), "4");
+    EXPECT_EQ(text("Test_Range ( 1 ; 2 )"), "5");
+    EXPECT_EQ(text("Test_Range ( 1 ; 2 ; 3 )"), "5");
+}
+
+TEST_F(ExternalFunctionTest, BuiltInNamesComeFirst) { EXPECT_EQ(text("Length ( \"abc\" )"), "3"); }
+
+TEST_F(ExternalFunctionTest, HandlerErrorsCarryNameAndCode) {
+    struct Case {
+        const char* calculation;
+        int code;
+        int line, column;
+        const char* what;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {"Test_Fail", 7, 1, 1, "line 1, column 1: Test_Fail failed with error 7"},
+             {"1 +\n   test_fail ( 1101 )", 1101, 2, 4, "line 2, column 4: Test_Fail failed with error 1101"},
+             {"Test_Fail ( -3 )", -3, 1, 1, "line 1, column 1: Test_Fail failed with error -3"},
+             {"\"é\" & Test_Throw", -1, 1, 7,
+              "line 1, column 7: Test_Throw failed with error -1 (it threw an exception)"},
+         }) {
+        SCOPED_TRACE(c.calculation);
+        CalcError e = failure(c.calculation);
+        EXPECT_EQ(e.kind, CalcError::Kind::Handler);
+        EXPECT_EQ(e.handlerCode, c.code);
+        EXPECT_EQ(e.line, c.line);
+        EXPECT_EQ(e.column, c.column);
+        EXPECT_STREQ(e.what(), c.what);
+    }
+    EXPECT_EQ(failure("Test_Fail").functionName, "Test_Fail");
+}
+
+TEST_F(ExternalFunctionTest, UnknownFunctionsAndWrongCountsFailAtParseTime) {
+    struct Case {
+        const char* calculation;
+        CalcError::Kind kind;
+        int column;
+        const char* message;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {"Vandrel_Nope ( 1 )", CalcError::Kind::UnknownName, 1, "Unknown function Vandrel_Nope"},
+             {"1 + Test_Echo", CalcError::Kind::Syntax, 14, "Expected ( after Test_Echo"},
+             {"Test_Echo ( )", CalcError::Kind::Syntax, 1,
+              "Test_Echo expects at least 1 parameter but was given 0 (Test_Echo ( ... ))"},
+             {"Test_Fail ( 1 ; 2 )", CalcError::Kind::Syntax, 1,
+              "Test_Fail expects 0 to 1 parameters but was given 2 (Test_Fail ( ... ))"},
+             {"Test_Range ( 1 ; 2 ; 3 ; 4 )", CalcError::Kind::Syntax, 1,
+              "Test_Range expects 1 to 3 parameters but was given 4"},
+             {"Test_Now ( 1 )", CalcError::Kind::Syntax, 1,
+              "Test_Now expects 0 parameters but was given 1 (Test_Now ( ... ))"},
+         }) {
+        SCOPED_TRACE(c.calculation);
+        CalcError e = failure(c.calculation);
+        EXPECT_EQ(e.kind, c.kind);
+        EXPECT_EQ(e.column, c.column);
+        EXPECT_EQ(e.message, c.message);
+    }
+}
+
+TEST_F(ExternalFunctionTest, AFunctionUnregisteredAfterParsingFailsCleanly) {
+    auto expression = Expression::parse(u"Test_Unregister");
+    EXPECT_EQ(utf8Of(expression->evaluate(context, locals)), "gone");
+    try {
+        expression->evaluate(context, locals);
+        FAIL() << "the second call should fail";
+    } catch (const CalcError& e) {
+        EXPECT_EQ(e.kind, CalcError::Kind::UnknownName);
+        EXPECT_EQ(e.message, "Function Test_Unregister is no longer registered");
+    }
+}
+
+TEST_F(ExternalFunctionTest, HandlersMayEvaluateCalculations) {
+    EXPECT_EQ(text("Test_Evaluate ( \"Test_Evaluate ( \\\"1 + 1\\\" ) & \\\"!\\\"\" )"), "2!");
+    // A calculation that evaluates itself is stopped, and the failure travels back up as the
+    // code each level's handler answered.
+    context.globalVariables.set(u"$$self", makeText(u"Test_Evaluate ( $$self )"));
+    CalcError e = failure("Test_Evaluate ( $$self )");
+    EXPECT_EQ(e.kind, CalcError::Kind::Handler);
+    EXPECT_EQ(e.handlerCode, FMX_ERR_CALCULATION);
+}
+
+}  // namespace
+}  // namespace vdhost::calc::testing

@@ -1,0 +1,56 @@
+// Text and number literals, the ¶ constant and comments.
+#include "calc_test_support.h"
+
+#include "api/values.h"
+
+namespace vdhost::calc::testing {
+namespace {
+
+using LiteralTest = CalcTest;
+
+TEST_F(LiteralTest, TextEscapesAndPilcrows) {
+    struct Case {
+        const char* calculation;
+        const char* expected;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {R"("a\"b")", "a\"b"},
+             {R"("a\\b")", "a\\b"},
+             {"\"a¶b\"", "a\rb"},          // ¶ inside a literal is a carriage return
+             {"\"a\\¶b\"", "a¶b"},         // \¶ is the pilcrow itself
+             {"\"a\" & ¶ & \"b\"", "a\rb"},
+             {R"("a\nb")", "a\\nb"},       // no other escapes: the backslash stays
+             {"\"line\none\"", "line\none"},
+             {"\"\"", ""},
+             {"\"😀é\"", "😀é"},
+         }) {
+        SCOPED_TRACE(c.calculation);
+        EXPECT_EQ(text(c.calculation), c.expected);
+    }
+}
+
+TEST_F(LiteralTest, Numbers) {
+    struct Case {
+        const char* calculation;
+        double expected;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {"12", 12}, {"1.5", 1.5}, {".5", 0.5}, {"1e3", 1000}, {"1.5E-1", 0.15},
+             {"2e+2", 200}, {"1.", 1}, {"1e-400", 0},
+         }) {
+        SCOPED_TRACE(c.calculation);
+        FMX_Data value = eval(c.calculation);
+        EXPECT_EQ(value.type, FMX_TYPE_NUMBER);
+        EXPECT_DOUBLE_EQ(value.number.value, c.expected);
+    }
+}
+
+TEST_F(LiteralTest, CommentsAreSkipped) {
+    EXPECT_EQ(text("1 // one\n + 2 // two"), "3");
+    EXPECT_EQ(text("1 /* ( \"unbalanced */ + 2"), "3");
+    EXPECT_EQ(text("/* multi\nline */ \"x\""), "x");
+    EXPECT_EQ(text("\"// not a comment\""), "// not a comment");
+}
+
+}  // namespace
+}  // namespace vdhost::calc::testing

@@ -1,0 +1,106 @@
+// Let's plain names, $ variables of the evaluation scope and $$ variables of the session.
+#include "calc_test_support.h"
+
+#include "api/text_codec.h"
+#include "api/values.h"
+
+namespace vdhost::calc::testing {
+namespace {
+
+using VariableTest = CalcTest;
+
+TEST_F(VariableTest, LetBindsNamesInOrderAndInnerLetsShadow) {
+    struct Case {
+        const char* calculation;
+        const char* expected;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {"Let ( a = 1 ; a + 1 )", "2"},
+             {"Let ( [ a = 1 ; b = a + 1 ] ; a & b )", "12"},
+             {"Let ( a = 1 ; Let ( a = 2 ; a ) & a )", "21"},   // the outer a is back after the inner Let
+             {"Let ( [ a = 1 ; a = a + 1 ] ; a )", "2"},         // rebinding sees the earlier value
+             {"Let ( a = 1 ; Let ( b = a * 10 ; a + b ) )", "11"},
+             {"Let ( A = 5 ; a )", "5"},                         // names ignore case
+             {"Let ( True = 5 ; True )", "5"},                   // a Let name hides a function's
+             {"let ( x = 1 ; x ) & LET ( x = 2 ; x )", "12"},
+         }) {
+        SCOPED_TRACE(c.calculation);
+        EXPECT_EQ(text(c.calculation), c.expected);
+    }
+}
+
+TEST_F(VariableTest, LetNamesAreUnknownOutsideTheirLet) {
+    for (const char* calculation : {"Let ( a = 1 ; a ) + a", "Let ( a = a ; 1 )", "a"}) {
+        SCOPED_TRACE(calculation);
+        CalcError e = failure(calculation);
+        EXPECT_EQ(e.kind, CalcError::Kind::UnknownName);
+        EXPECT_EQ(e.message, "Unknown name a");
+    }
+    EXPECT_EQ(failure("Let ( a = 1 ; a ) + a").column, 21);
+}
+
+TEST_F(VariableTest, LocalVariablesOutliveTheLetThatSetsThem) {
+    EXPECT_EQ(text("Let ( $x = 5 ; $x ) & $x"), "55");
+    ASSERT_NE(locals.find(u"$x"), nullptr);
+    EXPECT_EQ(utf8Of(*locals.find(u"$x")), "5");
+    // The next evaluation with the same scope still sees it...
+    EXPECT_EQ(text("$X + 1"), "6");
+    // ...but another scope does not.
+    Variables other;
+    EXPECT_EQ(utf8Of(calc::evaluate(u"$x", context, other)), "");
+}
+
+TEST_F(VariableTest, GlobalVariablesBelongToTheContext) {
+    EXPECT_EQ(text("Let ( $$total = 10 ; $$total * 2 )"), "20");
+    ASSERT_NE(context.globalVariables.find(u"$$total"), nullptr);
+    EXPECT_EQ(locals.find(u"$$total"), nullptr);
+    EXPECT_EQ(locals.size(), 0u);
+
+    Variables otherScope;
+    EXPECT_EQ(utf8Of(calc::evaluate(u"$$TOTAL", context, otherScope)), "10");
+}
+
+TEST_F(VariableTest, OneAndTwoDollarNamesAreDifferentVariables) {
+    locals.set(u"$x", makeText(u"local"));
+    context.globalVariables.set(u"$$x", makeText(u"global"));
+    EXPECT_EQ(text("$x & \"/\" & $$x"), "local/global");
+    EXPECT_EQ(text("Let ( [ $x = 1 ; $$x = 2 ] ; $x & $$x )"), "12");
+}
+
+TEST_F(VariableTest, UnsetVariablesAreEmptyText) {
+    FMX_Data value = eval("$never");
+    EXPECT_EQ(value.type, FMX_TYPE_TEXT);
+    EXPECT_TRUE(emptyOf(value));
+    EXPECT_EQ(text("IsEmpty ( $$never )"), "1");
+    EXPECT_EQ(text("$never + 1"), "1");
+}
+
+TEST_F(VariableTest, DottedVariableNames) {
+    locals.set(u"$order.total", makeNumber(3));
+    EXPECT_EQ(text("$order.total * 2"), "6");
+}
+
+TEST_F(VariableTest, VariablesKeepTheFirstSpellingAndMatchAnyCase) {
+    Variables v;
+    v.set(u"$Name", makeText(u"a"));
+    v.set(u"$NAME", makeText(u"b"));
+    ASSERT_EQ(v.size(), 1u);
+    EXPECT_EQ(v.begin()->first, u"$Name");
+    EXPECT_EQ(utf8Of(v.get(u"$name")), "b");
+    EXPECT_TRUE(v.remove(u"$nAmE"));
+    EXPECT_FALSE(v.remove(u"$name"));
+    EXPECT_TRUE(v.empty());
+}
+
+TEST_F(VariableTest, OneParsedExpressionServesManyEvaluations) {
+    auto expression = Expression::parse(u"Let ( [ a = $n * 2 ; $seen = $seen + 1 ] ; a & \"/\" & $seen )");
+    Variables first, second;
+    first.set(u"$n", makeNumber(1));
+    second.set(u"$n", makeNumber(5));
+    EXPECT_EQ(utf8Of(expression->evaluate(context, first)), "2/1");
+    EXPECT_EQ(utf8Of(expression->evaluate(context, second)), "10/1");
+    EXPECT_EQ(utf8Of(expression->evaluate(context, first)), "2/2");
+}
+
+}  // namespace
+}  // namespace vdhost::calc::testing

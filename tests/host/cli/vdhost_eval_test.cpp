@@ -1,0 +1,115 @@
+// vdhost's commands as a user runs them: results, exit statuses, messages and files.
+#include "vdhost_runner.h"
+
+namespace vdtest {
+namespace {
+
+using Eval = VdhostTest;
+
+TEST_F(Eval, ShowsTextNumbersAndContainersAndExitsZero) {
+    auto r = vdhost({"eval", "Fixture_Echo ( \"a\" ; 2 ; 1/4 )"});
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, "a|2|0.25\n");
+
+    // Carriage returns are shown as line breaks unless --raw.
+    EXPECT_EQ(vdhost({"eval", "\"a¶b\""}).out, "a\nb\n");
+    EXPECT_EQ(vdhost({"--raw", "eval", "\"a¶b\""}).out, "a\rb\n");
+
+    r = vdhost({"eval", "Fixture_Streams ( \"JPEG\" ; \"abc\" ; \"FNAM\" ; \"pic.jpg\" )"});
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, "JPEG 3\nFNAM 8 pic.jpg\n");
+}
+
+TEST_F(Eval, FailuresGiveDistinctExitStatusesAndMessagesOnStderr) {
+    auto r = vdhost({"eval", "Fixture_Fail ( 7 )"});
+    EXPECT_EQ(r.status, 3);
+    EXPECT_NE(r.err.find("Fixture_Fail failed with error 7"), std::string::npos) << r.err;
+    EXPECT_EQ(r.out, "");
+
+    r = vdhost({"eval", "1 +\n(2 * "});
+    EXPECT_EQ(r.status, 2);
+    EXPECT_NE(r.err.find("line 2"), std::string::npos) << r.err;
+
+    r = vdhost({"eval", "No_Such_Function ( 1 )"});
+    EXPECT_EQ(r.status, 2);
+    EXPECT_NE(r.err.find("No_Such_Function"), std::string::npos) << r.err;
+
+    // The host refuses a call whose count lies outside the registered range.
+    r = vdhost({"eval", "Fixture_Describe ( 1 ; 2 )"});
+    EXPECT_EQ(r.status, 2);
+
+    EXPECT_EQ(vdhost({"frobnicate"}).status, 1);
+    EXPECT_EQ(vdhost({"eval"}).status, 1);
+    EXPECT_EQ(vdhost({"--interface-version", "x", "eval", "1"}).status, 1);
+}
+
+TEST_F(Eval, OutWritesTheFirstStreamOrTheText) {
+    auto out = folder / "picture.jpg";
+    auto r = vdhost({"--out", out.string(), "eval", "Fixture_Streams ( \"FNAM\" ; \"x.jpg\" ; \"JPEG\" ; \"abc\" )"});
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(readFile(out), "abc");
+
+    r = vdhost({"--out", out.string(), "eval", "\"é¶\""});
+    EXPECT_EQ(readFile(out), "\xC3\xA9\r");
+
+    // A target that cannot be written is reported, and nothing is left behind.
+    r = vdhost({"--out", (folder / "missing" / "x").string(), "eval", "1"});
+    EXPECT_EQ(r.status, 4);
+    EXPECT_FALSE(std::filesystem::exists(folder / "missing"));
+}
+
+TEST_F(Eval, ContainersSurviveTheDatabaseAcrossProcesses) {
+    auto r = vdhost({"set", "Media::Picture",
+                     "Fixture_Streams ( \"JPEG\" ; \"\\\"bytes\\\"\" ; \"SIZE\" ; \"wxyz\" ; \"FNAM\" ; \"Bild ä.jpg\" )"});
+    ASSERT_EQ(r.status, 0) << r.err;
+    ASSERT_TRUE(std::filesystem::exists(db()));
+
+    r = vdhost({"eval", "Fixture_Describe ( Media::Picture )"});
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, "type=6 empty=0 text= streams=JPEG:\"bytes\",SIZE:wxyz,FNAM:Bild ä.jpg\n");
+
+    r = vdhost({"get", "Media::Picture"});
+    EXPECT_EQ(r.out, "JPEG 7\nSIZE 4\nFNAM 12 Bild ä.jpg\n");
+
+    // A reference text stored into a container field becomes a reference container.
+    ASSERT_EQ(vdhost({"set", "Media::Picture", "\"size:10,20¶imagemac:/tmp/a.jpg\""}).status, 0);
+    r = vdhost({"eval", "Fixture_Describe ( Media::Picture )"});
+    EXPECT_EQ(r.out, "type=6 empty=0 text=size:10,20\nimagemac:/tmp/a.jpg streams=\n");
+
+    EXPECT_EQ(vdhost({"get", "Media::Nothing"}).status, 4);
+}
+
+TEST_F(Eval, ACorruptDatabaseIsRefusedAndLeftUntouched) {
+    std::string garbage = "this is not a database, just some bytes\n";
+    writeFile(db(), garbage);
+    auto before = std::filesystem::last_write_time(db());
+    auto r = vdhost({"set", "T::F", "1"});
+    EXPECT_EQ(r.status, 4);
+    EXPECT_NE(r.err.find("Test.vddb"), std::string::npos) << r.err;
+    EXPECT_EQ(readFile(db()), garbage);
+    EXPECT_EQ(std::filesystem::last_write_time(db()), before);
+}
+
+TEST_F(Eval, FilePathIsTheDatabaseLocalOrRemote) {
+    auto r = vdhost({"eval", "Fixture_Evaluate ( \"Get ( FilePath )\" )"});
+    EXPECT_EQ(r.out, "file:" + std::filesystem::canonical(folder.path()).string() + "/Test.vddb\n");
+    r = vdhost({"--remote", "server.example", "eval", "Fixture_Evaluate ( \"Get ( FilePath )\" )"});
+    EXPECT_EQ(r.out, "fmnet:/server.example/Test.vddb\n");
+    // An evaluation that fails inside the host reaches the plug-in as an error code.
+    r = vdhost({"eval", "Fixture_Evaluate ( \"1 +\" )"});
+    EXPECT_EQ(r.out, "error 1200\n");
+    r = vdhost({"eval", "Fixture_Evaluate ( \"Fixture_Fail ( 9 )\" )"});
+    EXPECT_EQ(r.out, "error 9\n");
+}
+
+TEST_F(Eval, EveryCommandHasHelp) {
+    for (const char* command : {"eval", "run", "repl", "set", "get", "define", "functions"}) {
+        auto r = vdhost({command, "--help"});
+        EXPECT_EQ(r.status, 0) << command;
+        EXPECT_NE(r.out.find(std::string("vdhost [options] ") + command), std::string::npos) << command;
+    }
+    EXPECT_NE(vdhost({"--help"}).out.find("Exit status"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace vdtest

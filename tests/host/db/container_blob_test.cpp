@@ -1,0 +1,130 @@
+// The container layout in the file: round trips, the exact bytes the docs promise, and refusal of
+// anything malformed without reading past the end.
+#include "temp_folder.h"
+
+#include <db/container_blob.h>
+#include <db/database_error.h>
+
+#include <api/fnam.h>
+#include <api/values.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace vdhost::db {
+namespace {
+
+using testing::bytesOf;
+
+constexpr uint32_t kJpeg = 0x4A504547;  // 'JPEG'
+constexpr uint32_t kSize = 0x53495A45;  // 'SIZE'
+
+FMX_Data sampleContainer() {
+    FMX_BinaryData binary;
+    binary.streams.push_back({kJpeg, bytesOf(std::string("\xFF\xD8\x00\x01\xFF\xD9", 6))});
+    binary.streams.push_back(
+        {kFnamType, std::make_shared<const Bytes>(encodeFnam(u"Photo \u00E9t\u00E9.jpg"))});
+    binary.streams.push_back({kSize, std::make_shared<const Bytes>()});
+    return makeContainer(std::move(binary), u"Photo \u00E9t\u00E9.jpg");
+}
+
+void expectSameContainer(const FMX_Data& actual, const FMX_Data& expected) {
+    ASSERT_EQ(actual.type, FMX_TYPE_BINARY);
+    EXPECT_EQ(actual.text.units, expected.text.units);
+    ASSERT_EQ(actual.binary.streams.size(), expected.binary.streams.size());
+    for (size_t i = 0; i < expected.binary.streams.size(); ++i) {
+        SCOPED_TRACE(fourCharText(expected.binary.streams[i].type));
+        EXPECT_EQ(actual.binary.streams[i].type, expected.binary.streams[i].type);
+        ASSERT_TRUE(actual.binary.streams[i].bytes);
+        EXPECT_EQ(*actual.binary.streams[i].bytes, *expected.binary.streams[i].bytes);
+    }
+}
+
+TEST(ContainerBlob, RoundTripKeepsEverything) {
+    FMX_Data container = sampleContainer();
+    expectSameContainer(decodeContainer(encodeContainer(container)), container);
+    FMX_Data reference = makeContainer({}, u"imagemac:/Volumes/Disk/a.png\rimagewin:/C:/a.png");
+    expectSameContainer(decodeContainer(encodeContainer(reference)), reference);
+    FMX_Data empty = makeContainer({});
+    expectSameContainer(decodeContainer(encodeContainer(empty)), empty);
+}
+
+TEST(ContainerBlob, StreamWithoutBytesReadsAsEmpty) {
+    FMX_BinaryData binary;
+    binary.streams.push_back({kJpeg, nullptr});
+    FMX_Data decoded = decodeContainer(encodeContainer(makeContainer(std::move(binary))));
+    ASSERT_EQ(decoded.binary.streams.size(), 1u);
+    EXPECT_EQ(decoded.binary.streams[0].size(), 0u);
+}
+
+// The layout is part of the file format: other tools and later versions read these bytes.
+TEST(ContainerBlob, LayoutIsTheDocumentedOne) {
+    FMX_BinaryData binary;
+    binary.streams.push_back({kJpeg, bytesOf("xy")});
+    // clang-format off
+    const Bytes expected = {
+        'V', 'D', 'C', 'N',      // magic
+        1, 0,                    // version 1
+        0, 0,                    // flags: stored in the file
+        2, 0, 0, 0,              // own text: 2 bytes
+        0xC3, 0xA9,              // "é" in UTF-8
+        1, 0, 0, 0,              // one stream
+        'J', 'P', 'E', 'G',      // its type, first character first
+        2, 0, 0, 0, 0, 0, 0, 0,  // its length
+        'x', 'y'};               // its bytes
+    // clang-format on
+    EXPECT_EQ(encodeContainer(makeContainer(std::move(binary), u"\u00E9")), expected);
+
+    const Bytes reference = {'V', 'D', 'C', 'N', 1, 0, 1, 0, 4, 0, 0, 0, 'u', 'r', 'l', ':', 0, 0, 0, 0};
+    EXPECT_EQ(encodeContainer(makeContainer({}, u"url:")), reference);
+}
+
+TEST(ContainerBlob, EveryTruncationIsRefused) {
+    const Bytes full = encodeContainer(sampleContainer());
+    for (size_t length = 0; length < full.size(); ++length) {
+        SCOPED_TRACE(length);
+        // A copy of exactly that length, so a read past its end is caught by the sanitizers.
+        const Bytes cut(full.begin(), full.begin() + static_cast<std::ptrdiff_t>(length));
+        EXPECT_THROW(decodeContainer(cut), DatabaseError);
+    }
+}
+
+TEST(ContainerBlob, MalformedHeadersAndLengthsAreRefusedWithAReason) {
+    const Bytes good = encodeContainer(sampleContainer());
+    auto refusal = [](Bytes blob) -> std::string {
+        try {
+            decodeContainer(blob);
+        } catch (const DatabaseError& e) {
+            return e.what();
+        }
+        return "accepted";
+    };
+    auto patched = [&](size_t offset, std::initializer_list<uint8_t> bytes) {
+        Bytes b = good;
+        std::copy(bytes.begin(), bytes.end(), b.begin() + static_cast<std::ptrdiff_t>(offset));
+        return b;
+    };
+    EXPECT_THAT(refusal(patched(0, {'X'})), ::testing::HasSubstr("VDCN"));
+    EXPECT_THAT(refusal(patched(4, {2, 0})), ::testing::HasSubstr("version 2"));
+    EXPECT_THAT(refusal(patched(6, {4, 0})), ::testing::HasSubstr("unknown flags"));
+    EXPECT_THAT(refusal(patched(6, {1, 0})), ::testing::HasSubstr("by reference has streams"));
+    EXPECT_THAT(refusal(patched(8, {0xFF, 0xFF, 0xFF, 0xFF})), ::testing::HasSubstr("own text"));
+
+    Bytes trailing = good;
+    trailing.push_back(0);
+    EXPECT_THAT(refusal(trailing), ::testing::HasSubstr("1 bytes follow the last stream"));
+
+    // Counts and lengths far beyond the blob are refused before any allocation is tried.
+    Bytes manyStreams = {'V', 'D', 'C', 'N', 1, 0, 0, 0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF};
+    EXPECT_THAT(refusal(manyStreams), ::testing::HasSubstr("cannot fit"));
+    // clang-format off
+    Bytes hugeStream = {'V', 'D', 'C', 'N', 1, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 'J', 'P', 'E', 'G',
+                        0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+    // clang-format on
+    EXPECT_THAT(refusal(hugeStream), ::testing::HasSubstr("stream bytes"));
+    Bytes referenceWithoutText = {'V', 'D', 'C', 'N', 1, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0};
+    EXPECT_THAT(refusal(referenceWithoutText), ::testing::HasSubstr("no reference text"));
+}
+
+}  // namespace
+}  // namespace vdhost::db

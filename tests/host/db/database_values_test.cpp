@@ -1,0 +1,257 @@
+// What goes into a field and what comes back: the kinds, the conversions into each kind, names,
+// and that a refused write changes nothing.
+#include "temp_folder.h"
+
+#include <db/database.h>
+
+#include <api/fnam.h>
+#include <api/values.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace vdhost::db {
+namespace {
+
+using testing::bytesOf;
+using ::testing::HasSubstr;
+
+class DatabaseValues : public testing::TempFolderTest {
+protected:
+    void SetUp() override {
+        TempFolderTest::SetUp();
+        db_.emplace(file("Untitled.vddb"));
+    }
+    void TearDown() override {
+        db_.reset();
+        TempFolderTest::TearDown();
+    }
+
+    Database& db() { return *db_; }
+
+    FMX_Data readBack(std::string_view table, std::string_view field) {
+        auto value = db().read(table, field);
+        EXPECT_TRUE(value) << table << "::" << field;
+        return value ? *value : FMX_Data{};
+    }
+
+    std::string textIn(std::string_view table, std::string_view field) {
+        return utf8Of(readBack(table, field));
+    }
+
+    std::string refusal(std::string_view table, std::string_view field, const FMX_Data& value) {
+        try {
+            db().write(table, field, value);
+        } catch (const DatabaseError& e) {
+            return e.what();
+        }
+        return "accepted";
+    }
+
+private:
+    std::optional<Database> db_;
+};
+
+FMX_Data withType(FMX_Data value, int32_t type) {
+    value.type = type;
+    return value;
+}
+
+TEST_F(DatabaseValues, EachKindRoundTrips) {
+    db().write("People", "Name", makeTextUtf8("Zo\xC3\xAB \xF0\x9F\x98\x80"));
+    db().write("People", "Age", makeNumber(42.5));
+    db().write("People", "Born", withType(makeText(u"1/2/1990"), FMX_TYPE_DATE));
+
+    FMX_Data name = readBack("People", "Name");
+    EXPECT_EQ(name.type, FMX_TYPE_TEXT);
+    EXPECT_EQ(name.text.units, u"Zo\u00EB \U0001F600");
+    FMX_Data age = readBack("People", "Age");
+    EXPECT_EQ(age.type, FMX_TYPE_NUMBER);
+    EXPECT_EQ(age.number.value, 42.5);
+    FMX_Data born = readBack("People", "Born");
+    EXPECT_EQ(born.type, FMX_TYPE_DATE);
+    EXPECT_EQ(born.text.units, u"1/2/1990");
+
+    db().write("People", "Name", makeText(u"Other"));
+    EXPECT_EQ(textIn("People", "Name"), "Other");
+}
+
+TEST_F(DatabaseValues, ContainerRoundTripsByteForByteWithALargeStream) {
+    Bytes large(20 * 1024 * 1024);
+    for (size_t i = 0; i < large.size(); ++i) large[i] = static_cast<uint8_t>((i * 2654435761u) >> 13);
+    FMX_BinaryData binary;
+    binary.streams.push_back({0x4A504547, std::make_shared<const Bytes>(large)});
+    binary.streams.push_back({kFnamType, std::make_shared<const Bytes>(encodeFnam(u"big.jpg"))});
+    binary.streams.push_back({0x5A45524F, std::make_shared<const Bytes>()});  // 'ZERO', 0 bytes
+    binary.streams.push_back({0x534E4420, bytesOf("last")});
+    db().write("Media", "Photo", makeContainer(std::move(binary), u"big.jpg"));
+
+    FMX_Data back = readBack("Media", "Photo");
+    ASSERT_EQ(back.type, FMX_TYPE_BINARY);
+    EXPECT_EQ(back.text.units, u"big.jpg");
+    ASSERT_EQ(back.binary.streams.size(), 4u);
+    EXPECT_EQ(back.binary.streams[0].type, 0x4A504547u);
+    EXPECT_TRUE(*back.binary.streams[0].bytes == large);
+    EXPECT_EQ(back.binary.streams[1].type, kFnamType);
+    EXPECT_EQ(decodeFnam(*back.binary.streams[1].bytes), u"big.jpg");
+    EXPECT_EQ(back.binary.streams[2].type, 0x5A45524Fu);
+    EXPECT_EQ(back.binary.streams[2].size(), 0u);
+    EXPECT_EQ(*back.binary.streams[3].bytes, *bytesOf("last"));
+}
+
+TEST_F(DatabaseValues, ReferenceTextGoesIntoAContainerFieldAsAReference) {
+    db().define("Media", "Photo", FieldKind::Container);
+    const std::u16string reference = u"size:640,480\rimagemac:/Volumes/Disk/p.jpg\rimagewin:/C:/p.jpg";
+    db().write("Media", "Photo", makeText(reference));
+    FMX_Data back = readBack("Media", "Photo");
+    EXPECT_EQ(back.type, FMX_TYPE_BINARY);
+    EXPECT_TRUE(back.binary.streams.empty());
+    EXPECT_EQ(back.text.units, reference);
+
+    // A container stored by reference written as a value stays one too.
+    db().write("Media", "Copy", back);
+    EXPECT_EQ(readBack("Media", "Copy").text.units, reference);
+}
+
+TEST_F(DatabaseValues, PlainTextIntoAContainerFieldIsRefusedAndNothingIsWritten) {
+    FMX_BinaryData binary;
+    binary.streams.push_back({0x504E4720, bytesOf("png")});
+    db().write("Media", "Photo", makeContainer(std::move(binary), u"a.png"));
+
+    EXPECT_EQ(
+        refusal("Media", "Photo", makeText(u"just a note that is longer than forty characters")),
+        "Container field Media::Photo cannot hold the text \"just a note that is longer than forty ch...\"");
+    EXPECT_THAT(refusal("media", "PHOTO", makeNumber(3)), HasSubstr("cannot hold the text \"3\""));
+    EXPECT_THAT(refusal("Media", "Photo", makeText(u"File:x")), HasSubstr("cannot hold"));
+
+    FMX_Data back = readBack("Media", "Photo");
+    ASSERT_EQ(back.binary.streams.size(), 1u);
+    EXPECT_EQ(*back.binary.streams[0].bytes, *bytesOf("png"));
+    EXPECT_EQ(back.text.units, u"a.png");
+}
+
+TEST_F(DatabaseValues, NumberFieldTakesTheNumberInAText) {
+    db().define("T", "N", FieldKind::Number);
+    db().write("T", "N", makeText(u"3 apples"));
+    EXPECT_EQ(readBack("T", "N").number.value, 3);
+    db().write("T", "N", makeText(u"-1.50 EUR"));
+    EXPECT_EQ(readBack("T", "N").number.value, -1.5);
+    db().write("T", "N", makeBoolean(true));
+    FMX_Data fromBoolean = readBack("T", "N");
+    EXPECT_EQ(fromBoolean.type, FMX_TYPE_NUMBER);
+    EXPECT_EQ(fromBoolean.number.value, 1);
+
+    db().write("T", "N", makeText(u"no digits"));
+    FMX_Data empty = readBack("T", "N");
+    EXPECT_TRUE(emptyOf(empty));
+    EXPECT_NE(empty.type, FMX_TYPE_BINARY);
+}
+
+TEST_F(DatabaseValues, NumberFieldRefusesNumbersThatAreNotFinite) {
+    db().write("T", "N", makeNumber(7));
+    EXPECT_THAT(refusal("T", "N", makeNumber(std::numeric_limits<double>::quiet_NaN())), HasSubstr("T::N"));
+    EXPECT_THAT(refusal("T", "N", makeNumber(INFINITY)), HasSubstr("not finite"));
+    EXPECT_EQ(readBack("T", "N").number.value, 7);
+}
+
+TEST_F(DatabaseValues, TextFieldTakesTheTextFormOfAnyValue) {
+    db().define("T", "Note", FieldKind::Text);
+    db().write("T", "Note", makeNumber(0.1 + 0.2));
+    FMX_Data number = readBack("T", "Note");
+    EXPECT_EQ(number.type, FMX_TYPE_TEXT);
+    EXPECT_EQ(number.text.units, u"0.3");
+    db().write("T", "Note", makeContainer({}, u"file:a.txt"));
+    EXPECT_EQ(readBack("T", "Note").text.units, u"file:a.txt");
+    EXPECT_EQ(readBack("T", "Note").type, FMX_TYPE_TEXT);
+}
+
+TEST_F(DatabaseValues, EmptyValuesReadAsEmptyOfTheFieldsKind) {
+    db().write("T", "Text", makeText(u"x"));
+    db().write("T", "Number", makeNumber(1));
+    FMX_BinaryData binary;
+    binary.streams.push_back({0x4A504547, bytesOf("x")});
+    db().write("T", "Box", makeContainer(std::move(binary)));
+    for (const char* field : {"Text", "Number", "Box"}) db().write("T", field, makeText({}));
+
+    EXPECT_EQ(readBack("T", "Text").type, FMX_TYPE_TEXT);
+    EXPECT_TRUE(emptyOf(readBack("T", "Text")));
+    EXPECT_TRUE(emptyOf(readBack("T", "Number")));
+    FMX_Data box = readBack("T", "Box");
+    EXPECT_EQ(box.type, FMX_TYPE_BINARY);
+    EXPECT_TRUE(emptyOf(box));
+
+    // A defined field that was never written reads as empty too.
+    db().define("T", "Later", FieldKind::Container);
+    EXPECT_EQ(readBack("T", "Later").type, FMX_TYPE_BINARY);
+    EXPECT_TRUE(emptyOf(readBack("T", "Later")));
+}
+
+TEST_F(DatabaseValues, KindIsFixedWhenTheFieldIsMade) {
+    db().write("T", "N", makeNumber(5));
+    db().write("T", "N", makeText(u"12 items"));
+    EXPECT_EQ(readBack("T", "N").type, FMX_TYPE_NUMBER);
+    EXPECT_EQ(readBack("T", "N").number.value, 12);
+
+    db().write("T", "S", makeText(u"5"));
+    db().write("T", "S", makeNumber(6));
+    EXPECT_EQ(readBack("T", "S").type, FMX_TYPE_TEXT);
+
+    db().write("T", "Empty", makeText({}));  // even an empty first value makes a text field
+    db().define("T", "Empty", FieldKind::Text);
+    EXPECT_THAT([&] { db().define("T", "Empty", FieldKind::Number); },
+                ::testing::ThrowsMessage<DatabaseError>(HasSubstr("already a text field")));
+    db().define("T", "Box", FieldKind::Container);
+    db().define("t", "box", FieldKind::Container);
+
+    const std::vector<FieldInfo> expected = {{"T", "N", FieldKind::Number},
+                                             {"T", "S", FieldKind::Text},
+                                             {"T", "Empty", FieldKind::Text},
+                                             {"T", "Box", FieldKind::Container}};
+    EXPECT_EQ(db().fields(), expected);
+}
+
+TEST_F(DatabaseValues, NamesMatchWithoutRegardToAsciiCase) {
+    db().write("Invoices", "Total", makeNumber(10));
+    db().write("INVOICES", "total", makeNumber(11));
+    EXPECT_EQ(readBack("invoices", "TOTAL").number.value, 11);
+    db().write("Straße", "Ä", makeText(u"upper"));
+    db().write("Straße", "ä", makeText(u"lower"));  // only ASCII letters fold
+    EXPECT_EQ(textIn("STRAßE", "Ä"), "upper");
+    EXPECT_EQ(textIn("straße", "ä"), "lower");
+    const std::vector<FieldInfo> expected = {{"Invoices", "Total", FieldKind::Number},
+                                             {"Straße", "Ä", FieldKind::Text},
+                                             {"Straße", "ä", FieldKind::Text}};
+    EXPECT_EQ(db().fields(), expected);
+}
+
+TEST_F(DatabaseValues, EmptyNamesAreRefused) {
+    EXPECT_THAT(refusal("", "F", makeText(u"x")), HasSubstr("table name cannot be empty"));
+    EXPECT_THAT(refusal("T", "", makeText(u"x")), HasSubstr("field name cannot be empty"));
+    EXPECT_THROW(db().read("T", ""), DatabaseError);
+    EXPECT_THROW(db().define("", "F", FieldKind::Text), DatabaseError);
+    EXPECT_FALSE(db().exists());
+}
+
+TEST_F(DatabaseValues, UnknownFieldsAndTablesReadAsNoSuchField) {
+    db().write("T", "F", makeText(u"x"));
+    EXPECT_FALSE(db().read("T", "G"));
+    EXPECT_FALSE(db().read("U", "F"));
+}
+
+// A write that fails after the table and field were made takes them back with it.
+TEST_F(DatabaseValues, FailedWriteLeavesTheDatabaseAsItWas) {
+    db().write("T", "F", makeText(u"x"));
+    EXPECT_THROW(db().write("New", "N", makeNumber(NAN)), DatabaseError);
+    EXPECT_THROW(db().write("T", "N", makeNumber(NAN)), DatabaseError);
+    EXPECT_FALSE(db().read("New", "N"));
+    EXPECT_FALSE(db().read("T", "N"));
+    EXPECT_EQ(db().fields(), (std::vector<FieldInfo>{{"T", "F", FieldKind::Text}}));
+    db().write("New", "N", makeNumber(1));  // the names are free again
+    EXPECT_EQ(readBack("New", "N").number.value, 1);
+}
+
+}  // namespace
+}  // namespace vdhost::db
