@@ -1,0 +1,154 @@
+#include "frame/function_table.h"
+
+#include "frame/last_error_function.h"
+#include "frame/not_implemented.h"
+#include "frame/version_function.h"
+
+#include <array>
+
+namespace vd {
+
+namespace {
+
+constexpr FunctionEntry Sound(int16_t id, const char* name, int16_t minArgs, int16_t maxArgs, uint32_t flags,
+                              Handler handler = NotImplemented) {
+    return {id, name, 200 + id, nullptr, minArgs, maxArgs, flags, handler, FunctionGroup::Sound};
+}
+
+constexpr FunctionEntry Numbered(FunctionGroup group, int16_t id, const char* name, const char* prototype,
+                                 int16_t minArgs, int16_t maxArgs, Handler handler = NotImplemented) {
+    return {id, name, 0, prototype, minArgs, maxArgs, kShownEverywhere, handler, group};
+}
+
+constexpr FunctionEntry Image(int16_t id, const char* name, const char* prototype, int16_t minArgs,
+                              int16_t maxArgs) {
+    return Numbered(FunctionGroup::Image, id, name, prototype, minArgs, maxArgs);
+}
+
+constexpr FunctionEntry File(int16_t id, const char* name, const char* prototype, int16_t minArgs,
+                             int16_t maxArgs) {
+    return Numbered(FunctionGroup::File, id, name, prototype, minArgs, maxArgs);
+}
+
+// Old releases listed a scrap-type function here; its ids stay used up so later ids never move.
+constexpr FunctionEntry Placeholder(int16_t id) {
+    return {id, "Dummy", 0, "Vandrel_ListScrapTypes(container)", 0, 0, 0, nullptr, FunctionGroup::Unregistered};
+}
+
+constexpr FunctionEntry Unused(int16_t id) {
+    return {id, nullptr, 0, nullptr, 0, 0, 0, nullptr, FunctionGroup::Unregistered};
+}
+
+constexpr auto kNoUI = kShownEverywhereNoUI;
+constexpr auto kUI = kShownEverywhere;
+
+// Ids never change: databases store calls by id.
+constexpr std::array kTable{
+    Sound(1, "Vandrel_Version", 1, 1, kNoUI, VersionFunction),
+    Sound(2, "Vandrel_PlaySound", 1, 4, kUI),
+    Sound(3, "Vandrel_CreateSound", 1, -1, kNoUI),
+    Sound(4, "Vandrel_AppendSound", 2, 2, kNoUI),
+    Sound(5, "Vandrel_ExtractSound", 3, 3, kNoUI),
+    Sound(6, "Vandrel_GetSoundInfo", 1, 1, kNoUI),
+    Sound(7, "Vandrel_MixSounds", 2, 2, kNoUI),
+    Sound(8, "Vandrel_SoundFormatDialog", 1, 1, kUI),
+    Sound(9, "Vandrel_ConvertSound", 3, -1, kNoUI),
+    Sound(10, "Vandrel_ListSoundOutputFormats", 0, 0, kNoUI),
+    Sound(11, "Vandrel_Amplify", 2, 3, kNoUI),
+    Sound(12, "Vandrel_FadeSound", 5, 5, kNoUI),
+    Sound(13, "Vandrel_GetLastError", 0, 0, kNoUI, LastErrorFunction),
+    Sound(14, "Vandrel_StopSound", 0, 0, kUI),
+    Sound(15, "Vandrel_ExtractInfo", 1, 2, kNoUI),
+    Sound(16, "Vandrel_InsertQuickTime", 0, 1, kUI),
+    Sound(17, "Vandrel_RecordSoundStart", 0, 3, kUI),
+    Sound(18, "Vandrel_RecordSoundStop", 0, 0, kUI),
+    Sound(19, "Vandrel_RecordSoundPause", 0, 0, kUI),
+    Sound(20, "Vandrel_RecordSoundFormatDialog", 0, 0, kUI),
+    Sound(21, "Vandrel_Get", 1, 1, kNoUI),
+    Sound(22, "Vandrel_SetMetadata", 2, -1, kNoUI),
+    Sound(23, "Vandrel_Set", 1, 2, kNoUI),
+    Sound(24, "Vandrel_GetMetadata", 1, 3, kNoUI),
+    Sound(25, "Vandrel_PlayPause", 0, 1, kUI),
+    Sound(26, "Vandrel_Normalize", 1, 1, kNoUI),
+    Sound(27, "Vandrel_DrawWaveform", 6, 8, kUI),
+
+    Image(51, "Vandrel_ExportField", "Vandrel_ExportField ( container ; path ; replace )", 3, 3),
+    Image(52, "Vandrel_TScale", "Vandrel_TScale ( xScale ; yScale )", 2, 2),
+    Image(53, "Vandrel_TSkew", "Vandrel_TSkew ( xSkew ; ySkew )", 2, 2),
+    Image(54, "Vandrel_GetImageInfo", "Vandrel_GetImageInfo ( container )", 1, 1),
+    // "topRigthY" is how the parameter has always been shown; scripts copied from the dialog use it.
+    Image(55, "Vandrel_TQuad",
+          "Vandrel_TQuad ( sourceScale ; topLeftX ; topLeftY ; topRightX ; topRigthY ; bottomRightX ; "
+          "bottomRightY ; bottomLeftX ; bottomLeftY )",
+          9, 9),
+    Image(56, "Vandrel_GetMouseUp", "Vandrel_GetMouseUp", 0, 0),
+    Image(57, "Vandrel_TApply", "Vandrel_TApply ( container ) ", 1, 1),  // the trailing blank is shipped
+    Image(58, "Vandrel_TCrop", "Vandrel_TCrop ( left ; top ; right ; bottom )", 4, 4),
+    Image(59, "Vandrel_TRotate", "Vandrel_TRotate ( degrees )", 1, 1),
+    Image(60, "Vandrel_TClear", "Vandrel_TClear", 0, 0),
+    Image(61, "Vandrel_EffectDialog", "Vandrel_EffectDialog ( effectType [; previewImage [; previewImage2 ]] )", 1, 3),
+    Image(62, "Vandrel_EffectApply", "Vandrel_EffectApply ( container ; effectDescription [; container2 ] )", 2, 3),
+    Image(63, "Vandrel_InsertImage", "Vandrel_InsertImage ( filepath ; byReference )", 2, 2),
+    // The file group is registered from inside the image group, after its thirteenth entry.
+    File(64, "Vandrel_SetDefaultFolder", "Vandrel_SetDefaultFolder ( path )", 1, 1),
+    File(65, "Vandrel_GetDefaultFolder", "Vandrel_GetDefaultFolder", 0, 0),
+    File(66, "Vandrel_CopyItem", "Vandrel_CopyItem ( source ; dest ; replace )", 3, 3),
+    File(67, "Vandrel_MoveItem", "Vandrel_MoveItem ( source ; dest )", 2, 2),
+    File(68, "Vandrel_DeleteItem", "Vandrel_DeleteItem ( item ; folderFlag )", 2, 2),
+    File(69, "Vandrel_RenameItem", "Vandrel_RenameItem ( item ; newName )", 2, 2),
+    File(70, "Vandrel_CreateFolder", "Vandrel_CreateFolder ( enclosingFolder ; newFolderName )", 2, 2),
+    File(71, "Vandrel_ListFolder", "Vandrel_ListFolder ( enclosingFolder ; listAll )", 2, 2),
+    File(72, "Vandrel_GetItemInfo", "Vandrel_GetItemInfo ( item )", 1, 1),
+    File(73, "Vandrel_CreateAlias", "Vandrel_CreateAlias ( targetItem ; alias )", 2, 2),
+    File(74, "Vandrel_OpenItem", "Vandrel_OpenItem ( item )", 1, 1),
+    File(75, "Vandrel_ListDisks", "Vandrel_ListDisks", 0, 0),
+    File(76, "Vandrel_GetPath", "Vandrel_GetPath ( container )", 1, 2),
+    File(77, "Vandrel_GetName", "Vandrel_GetName ( container )", 1, 1),
+    Placeholder(78), Placeholder(79), Placeholder(80), Placeholder(81), Placeholder(82),
+    Placeholder(83), Placeholder(84), Placeholder(85), Placeholder(86),
+    Image(87, "Vandrel_TResize", "Vandrel_TResize ( xDim ; yDim )", 2, 2),
+    Unused(88),
+    Image(89, "Vandrel_SetImageDefaults", "Vandrel_SetImageDefaults ( previewQuality ; previewMark )", 2, 2),
+    Image(90, "Vandrel_ConversionDialog", "Vandrel_ConversionDialog ( imageType )", 1, 1),
+    Image(91, "Vandrel_ConvertImage",
+          "Vandrel_ConvertImage ( container ; imageType ; depth ; hres ; vres ; targetBytes ; quality ; "
+          "imageIndex ; transcode ; packBits ; interlace )",
+          2, 11),
+    Image(92, "Vandrel_ListImageOutputTypes", "Vandrel_ListImageOutputTypes", 0, 0),
+    // Registered a second time, with the same handler, for the one- and two-argument form.
+    Image(93, "Vandrel_GetMetadata", "Vandrel_GetMetadata ( containerOrFile {; tag} )", 1, 2),
+    Image(94, "Vandrel_InsertFile", "Vandrel_InsertFile ( filepath ; byReference ; asText )", 3, 3),
+    Unused(95),
+};
+
+// Registration hands out ids by counting; the table's ids must be exactly what the count gives.
+constexpr bool IdsFollowRegistrationOrder() {
+    int16_t next = 1;
+    bool numbering = false;
+    for (const auto& e : kTable) {
+        if (e.group != FunctionGroup::Sound && !numbering) numbering = true, next = kFirstNumberedId;
+        if (e.group == FunctionGroup::Sound && (numbering || e.prototypeKey != 200 + e.id)) return false;
+        if (e.id != next++) return false;
+        if (e.group != FunctionGroup::Unregistered && !e.name) return false;
+    }
+    return next == kNextIdAfterRegistration;
+}
+static_assert(IdsFollowRegistrationOrder(), "function ids must follow registration order");
+
+constexpr auto kById = [] {
+    std::array<const FunctionEntry*, kNextIdAfterRegistration> index{};
+    for (const auto& e : kTable)
+        if (e.group != FunctionGroup::Unregistered) index[static_cast<size_t>(e.id)] = &e;
+    return index;
+}();
+
+}  // namespace
+
+std::span<const FunctionEntry> FunctionTable() { return kTable; }
+
+const FunctionEntry* FindFunction(int16_t id) {
+    if (id < 0 || id >= kNextIdAfterRegistration) return nullptr;
+    return kById[static_cast<size_t>(id)];
+}
+
+}  // namespace vd

@@ -1,0 +1,20 @@
+// The two workaround switches that Vandrel_Set changes and the movie-storing functions read:
+// "lmworkaround" (link media instead of copying it, for movies the media layer would hang on) and
+// "rfworkaround" (copy remote files to the temporary folder first). Each is a 16-bit word: bit 15
+// is the switch, the low 15 bits a mark that says the word has been set up.
+#pragma once
+
+#include <cstdint>
+
+namespace vd {
+
+extern uint16_t gLinkMediaWorkaround;
+extern uint16_t gRemoteFileWorkaround;
+
+// Both words on, with mark 1; done at every start-up.
+void InitWorkaroundSwitches() noexcept;
+
+inline bool WorkaroundMarked(uint16_t word) { return (word & 0x7FFF) != 0; }
+inline bool WorkaroundOn(uint16_t word) { return (word & 0x8000) != 0; }
+
+}  // namespace vd

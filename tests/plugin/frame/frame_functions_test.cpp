@@ -1,0 +1,129 @@
+// Vandrel_Version, Vandrel_GetLastError and the functions not built yet, called from calculations
+// the way database designers call them.
+#include "frame/handler_dispatch.h"
+#include "frame/errors/vds_error.h"
+#include "frame/function_table.h"
+#include "frame/version_function.h"
+#include "plugin/plugin_test_support.h"
+#include "vandrel_version.h"
+
+#include <api/text_codec.h>
+#include <api/values.h>
+#include <calc/calc_error.h>
+#include <session/session.h>
+#include <support/process.h>
+#include <support/temp_folder.h>
+
+#include <gtest/gtest.h>
+
+namespace vdtest {
+namespace {
+
+class FrameFunctions : public ::testing::Test {
+protected:
+    FrameFunctions() : session_(Options(folder_)) {}
+
+    static vdhost::SessionOptions Options(const TempFolder& folder) {
+        vdhost::SessionOptions options;
+        options.database = folder / "Test.vddb";
+        options.pluginFolders = {VD_PLUGIN_DIR};
+        return options;
+    }
+
+    FMX_Data Eval(const std::u16string& calculation) {
+        vdhost::calc::Variables locals;
+        return session_.evaluate(calculation, locals);
+    }
+    std::string Text(const std::u16string& calculation) { return vdhost::utf8Of(Eval(calculation)); }
+
+    TempFolder folder_;
+    vdhost::Session session_;
+};
+
+TEST_F(FrameFunctions, VersionForms) {
+    struct Case {
+        std::u16string key;
+        std::string answer;
+    };
+    const Case cases[] = {
+        {u"\"\"", "Vandrel " VANDREL_VERSION_TEXT " for Linux"},  // the localized "String3"
+        {u"\"short\"", VANDREL_VERSION_TEXT},
+        {u"\" Short \"", VANDREL_VERSION_TEXT},
+        {u"\"LONG\"", "Vandrel " VANDREL_VERSION_TEXT " for Linux (built " VANDREL_BUILD_DATE ")"},
+        {u"\"platform\"", "Linux"},
+        {u"\"number\"", std::to_string(VANDREL_VERSION_NUMBER)},
+        {u"\"nightly\"", "$-50:Vandrel_Version: Wrong parameter(s)."},
+        {u"12", "$-50:Vandrel_Version: Wrong parameter(s)."},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Text(u"Vandrel_Version ( " + c.key + u" )"), c.answer);
+        std::string status = c.answer.rfind("$-50", 0) == 0 ? c.answer : "$0:Vandrel_Version: No error.";
+        EXPECT_EQ(Text(u"Vandrel_GetLastError"), status);
+    }
+    EXPECT_EQ(VANDREL_VERSION_NUMBER, 70001);
+    EXPECT_EQ(Eval(u"Vandrel_Version ( \"number\" )").type, FMX_TYPE_NUMBER);
+}
+
+TEST_F(FrameFunctions, LastErrorReportsTheCallBeforeItAndKeepsIt) {
+    EXPECT_EQ(Text(u"Vandrel_Amplify ( 1 ; 2 )"), "$-4:Vandrel_Amplify: Feature is not implemented yet.");
+    EXPECT_EQ(Text(u"Vandrel_GetLastError"), "$-4:Vandrel_Amplify: Feature is not implemented yet.");
+    EXPECT_EQ(Text(u"Vandrel_GetLastError"), "$-4:Vandrel_Amplify: Feature is not implemented yet.");
+    Text(u"Vandrel_Version ( \"short\" )");
+    EXPECT_EQ(Text(u"Vandrel_GetLastError"), "$0:Vandrel_Version: No error.");
+}
+
+TEST_F(FrameFunctions, EveryFunctionNotBuiltYetNamesItselfInItsStatus) {
+    int checked = 0;
+    for (const auto* f : vdhost::FunctionRegistry::instance().all()) {
+        if (f->pluginId != kVandrelId || f->id == 1 || f->id == 13) continue;
+        std::string name = vdhost::utf16ToUtf8(f->name);
+        std::u16string call = f->name;
+        for (int i = 0; i < f->minArgs; ++i) call += i ? u" ; 1" : u" ( 1";
+        if (f->minArgs) call += u" )";
+        std::string expected = "$-4:" + name + ": Feature is not implemented yet.";
+        EXPECT_EQ(Text(call), expected);
+        EXPECT_EQ(Text(u"Vandrel_GetLastError"), expected);
+        ++checked;
+    }
+    EXPECT_EQ(checked, 59);
+}
+
+TEST_F(FrameFunctions, TheHostRefusesCountsOutsideTheRegisteredRange) {
+    EXPECT_THROW(Eval(u"Vandrel_Version"), vdhost::calc::CalcError);
+    EXPECT_THROW(Eval(u"Vandrel_Amplify ( 1 ; 2 ; 3 ; 4 )"), vdhost::calc::CalcError);
+    EXPECT_THROW(Eval(u"Vandrel_GetLastError ( 1 )"), vdhost::calc::CalcError);
+}
+
+TEST(FrameProgram, VdhostEvaluatesVersionFromTheCommandLine) {
+    TempFolder folder;
+    auto r = runProcess({VDHOST_EXE, "--db", (folder / "Test.vddb").string(), "--plugins", VD_PLUGIN_DIR, "eval",
+                         "Vandrel_Version ( \"short\" ) & \"|\" & Vandrel_Amplify ( 1 ; 2 ) & \"|\" & Vandrel_GetLastError"});
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, VANDREL_VERSION_TEXT "|$-4:Vandrel_Amplify: Feature is not implemented yet.|"
+                     "$-4:Vandrel_Amplify: Feature is not implemented yet.\n");
+
+    r = runProcess({VDHOST_EXE, "--db", (folder / "Test.vddb").string(), "--plugins", VD_PLUGIN_DIR, "functions"});
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_NE(r.out.find("Vandrel_TQuad ( sourceScale ; topLeftX ; topLeftY ; topRightX ; topRigthY ;"),
+              std::string::npos)
+        << r.out;
+}
+
+// The one boundary between handlers and the host: what escapes a handler becomes the error object.
+TEST(HandlerDispatch, HostFailuresInsideAHandlerBecomeAStatus) {
+    FMX_Data result;
+    // No argument vector at all: the host refuses the first argument call, the handler throws.
+    EXPECT_EQ(vd::DispatchCall(1, nullptr, nullptr, &result), 0);
+    EXPECT_EQ(vdhost::utf8Of(result), "$-1:Vandrel_Version: Unknown error.");
+    EXPECT_EQ(vd::gLastError.StatusText(), "$-1:Vandrel_Version: Unknown error.");
+
+    // Not even a result to write the status into: the code is all the host gets.
+    EXPECT_EQ(vd::DispatchCall(11, nullptr, nullptr, nullptr), -1);
+    EXPECT_EQ(vd::gLastError.StatusText(), "$-1:Vandrel_Amplify: Unknown error.");
+
+    for (int16_t unknown : {0, 28, 50, 78, 88, 95, 96, -1, 32767})
+        EXPECT_EQ(vd::DispatchCall(unknown, nullptr, nullptr, &result), FMX_ERR_PARAMETER) << unknown;
+}
+
+}  // namespace
+}  // namespace vdtest
