@@ -1,0 +1,33 @@
+#include "platform/fs/item_probe.h"
+
+#include <cerrno>
+
+#include <sys/stat.h>
+
+namespace vd::platform::fs {
+
+util::Status StatusFromErrno(int error) {
+    switch (error) {
+        case 0: return util::kNoError;
+        case ENOENT:
+        case ENOTDIR:
+        case ELOOP: return util::kFileNotFound;
+        case EACCES:
+        case EPERM: return util::kPermissionDenied;
+        case ENAMETOOLONG: return util::kBadName;
+        case ENOMEM: return util::kMemoryFull;
+        default: return util::kIoError;
+    }
+}
+
+ItemProbe ProbeItem(const std::string& path) {
+    struct stat info {};
+    if (stat(path.c_str(), &info) == 0) {
+        return ItemProbe{util::kNoError, S_ISDIR(info.st_mode) ? ItemKind::Folder : ItemKind::File};
+    }
+    const int error = errno;
+    if (error == ENOENT || error == ENOTDIR) return ItemProbe{util::kNoError, ItemKind::Missing};
+    return ItemProbe{StatusFromErrno(error), ItemKind::Missing};
+}
+
+}  // namespace vd::platform::fs

@@ -1,0 +1,59 @@
+#include "util/html_color.h"
+
+#include <random>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using vd::util::ParseHtmlColor;
+using vd::util::RgbColor;
+
+TEST(HtmlColorTest, ValidTexts) {
+    struct Case {
+        const char* text;
+        RgbColor color;
+    };
+    const Case cases[] = {
+        {"#FF8000", {0xFF, 0x80, 0x00}}, {"ff8000", {0xFF, 0x80, 0x00}}, {"#aBcDeF", {0xAB, 0xCD, 0xEF}},
+        {"#F80", {0xFF, 0x88, 0x00}},    {"#fff", {0xFF, 0xFF, 0xFF}},   {" #000000 ", {0, 0, 0}},
+        {"black", {0, 0, 0}},            {"Silver", {0xC0, 0xC0, 0xC0}}, {"GRAY", {0x80, 0x80, 0x80}},
+        {"white", {0xFF, 0xFF, 0xFF}},   {"maroon", {0x80, 0, 0}},       {"red", {0xFF, 0, 0}},
+        {"purple", {0x80, 0, 0x80}},     {"fuchsia", {0xFF, 0, 0xFF}},   {"green", {0, 0x80, 0}},
+        {"lime", {0, 0xFF, 0}},          {"olive", {0x80, 0x80, 0}},     {"yellow", {0xFF, 0xFF, 0}},
+        {"navy", {0, 0, 0x80}},          {"blue", {0, 0, 0xFF}},         {"teal", {0, 0x80, 0x80}},
+        {"AqUa", {0, 0xFF, 0xFF}},
+    };
+    for (const Case& c : cases) {
+        RgbColor color{1, 2, 3};
+        ASSERT_EQ(ParseHtmlColor(c.text, color), 0) << c.text;
+        EXPECT_EQ(color, c.color) << c.text;
+    }
+}
+
+TEST(HtmlColorTest, InvalidTexts) {
+    const char* texts[] = {"",        "#",        "fff",      "#ff80",     "#ff80000", "ff800",  "#GG0000",
+                           "#12345g", "grey",     "orange",   "redd",      "re d",     "#-12345", "##ff8000",
+                           "0xFF8000", "rgb(1,2,3)", "#ff 800"};
+    for (const char* text : texts) {
+        RgbColor color{1, 2, 3};
+        EXPECT_EQ(ParseHtmlColor(text, color), -50) << text;
+        EXPECT_EQ(color, (RgbColor{1, 2, 3})) << text;
+    }
+}
+
+TEST(HtmlColorTest, SixDigitFormsRoundTrip) {
+    std::mt19937 random(11);
+    for (int i = 0; i < 500; ++i) {
+        const RgbColor want{static_cast<uint8_t>(random()), static_cast<uint8_t>(random()),
+                            static_cast<uint8_t>(random())};
+        char text[8];
+        std::snprintf(text, sizeof text, i % 2 ? "#%02X%02X%02X" : "%02x%02x%02x", want.red, want.green, want.blue);
+        RgbColor color;
+        ASSERT_EQ(ParseHtmlColor(text, color), 0) << text;
+        EXPECT_EQ(color, want) << text;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,39 @@
+#include "util/reference_prefix.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using vd::util::AppendPlatformPrefix;
+using vd::util::ReferencePrefix;
+
+TEST(ReferencePrefixTest, FirstMatchingWordWinsAndOnlyTheWordIsCompared) {
+    struct Case {
+        const char* text;
+        const char* word;
+    };
+    const Case cases[] = {
+        {"moviemac:/Users/a.mov", "moviemac"}, {"moviewin:/C:/a.mov", "moviewin"}, {"movie:a.mov", "movie"},
+        {"imagemac:/a.jpg", "imagemac"},       {"imagewin:/C:/a.jpg", "imagewin"}, {"image:a.jpg", "image"},
+        {"filemac:/a", "filemac"},             {"filewin:/C:/a", "filewin"},       {"filenet:/s/a", "filenet"},
+        {"file:./a.wav", "file"},
+        // The loose match: the character after the word is the caller's business.
+        {"moviemacX...", "moviemac"},          {"movieX", "movie"},                {"moviemac", "moviemac"},
+        {"filenetwork", "filenet"},            {"filemaker", "file"},              {"images", "image"},
+        {"movie:x", "movie"},
+        // No word: case matters, and the word must come first.
+        {"Movie:a", ""},                       {"FILE:a", ""},                     {" file:a", ""},
+        {"mov", ""},                           {"", ""},                           {"/Users/a.jpg", ""},
+    };
+    for (const Case& c : cases) EXPECT_EQ(ReferencePrefix(c.text), c.word) << c.text;
+}
+
+TEST(ReferencePrefixTest, PlatformPrefixIsTheWordAndMacColon) {
+    std::string text = "x";
+    EXPECT_TRUE(AppendPlatformPrefix(text, "image"));
+    EXPECT_EQ(text, "ximagemac:");
+    EXPECT_FALSE(AppendPlatformPrefix(text, ""));
+    EXPECT_EQ(text, "ximagemac:");
+}
+
+}  // namespace
