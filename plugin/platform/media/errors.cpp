@@ -1,0 +1,96 @@
+// FFmpeg's errors and the errno values of our own file work, mapped to the system's codes:
+//
+//   FFmpeg / errno                          opening            reading            writing
+//   AVERROR(ENOENT), ENOTDIR                -43 fnfErr         -43                -43
+//   AVERROR(EACCES), EPERM, EROFS           -54 permErr        -54                -54
+//   AVERROR(ENOMEM)                         -108 memFullErr    -108               -108
+//   AVERROR(ENOSPC), EDQUOT                 -34 dskFulErr      -34                -34
+//   AVERROR(EISDIR)                         -1302 notAFileErr  -1302              -1302
+//   AVERROR(EFBIG)                          -1309 fileBounds   -1309              -1309
+//   AVERROR(EINVAL)                         -2048 noMovie      -50 paramErr       -50
+//   AVERROR_INVALIDDATA, AVERROR_EOF        -2048 noMovie      -208 badFileFormat -36 ioErr
+//   AVERROR_DECODER/DEMUXER_NOT_FOUND,
+//     AVERROR_STREAM_NOT_FOUND              -2003 cantFindHandler
+//   AVERROR_ENCODER/MUXER_NOT_FOUND         -2005 badComponentType (no exporter for the format)
+//   AVERROR_PATCHWELCOME, AVERROR(ENOSYS)   -4 unimpErr
+//   anything else                           -2048 noMovie      -36 ioErr          -36 ioErr
+//
+// EINVAL while opening comes from demuxers that give up on what they were handed (a cut-off
+// MP3): for the user that is "not a movie" too.
+// EOF while opening means the file ended inside its header: for the user that is "not a movie"
+// like any other unreadable file. While reading it means the samples stop before the header said.
+#include "platform/media/errors.h"
+
+extern "C" {
+#include <libavutil/error.h>
+#include <libavutil/log.h>
+}
+
+#include <cerrno>
+#include <mutex>
+
+namespace vd::media {
+
+namespace {
+
+thread_local std::string lastDetail;
+
+Status DamagedDataStatus(MediaStep step) {
+    switch (step) {
+        case MediaStep::kOpening: return kMovieNotFound;
+        case MediaStep::kReading: return kBadSoundFileFormat;
+        case MediaStep::kWriting: return kIoError;
+    }
+    return kIoError;
+}
+
+Status MapAvError(int avError, MediaStep step) {
+    switch (avError) {
+        case AVERROR(ENOENT):
+        case AVERROR(ENOTDIR): return kFileNotFound;
+        case AVERROR(EACCES):
+        case AVERROR(EPERM):
+        case AVERROR(EROFS): return kPermissionDenied;
+        case AVERROR(ENOMEM): return kMemoryFull;
+        case AVERROR(ENOSPC):
+        case AVERROR(EDQUOT): return kDiskFull;
+        case AVERROR(EISDIR): return kNotAFile;
+        case AVERROR(EFBIG): return kFileTooLarge;
+        case AVERROR(EINVAL): return step == MediaStep::kOpening ? kMovieNotFound : kBadParameter;
+        case AVERROR_INVALIDDATA:
+        case AVERROR_EOF: return DamagedDataStatus(step);
+        case AVERROR_DECODER_NOT_FOUND:
+        case AVERROR_DEMUXER_NOT_FOUND:
+        case AVERROR_STREAM_NOT_FOUND: return kNoCodec;
+        case AVERROR_ENCODER_NOT_FOUND:
+        case AVERROR_MUXER_NOT_FOUND: return kNoExporter;
+        case AVERROR_PATCHWELCOME:
+        case AVERROR(ENOSYS): return kUnimplemented;
+        default: return step == MediaStep::kOpening ? kMovieNotFound : kIoError;
+    }
+}
+
+}  // namespace
+
+Status StatusFromAvError(int avError, MediaStep step) {
+    char text[AV_ERROR_MAX_STRING_SIZE] = {};
+    av_strerror(avError, text, sizeof text);
+    lastDetail = text;
+    return MapAvError(avError, step);
+}
+
+Status StatusFromErrno(int errnoValue, MediaStep step) { return StatusFromAvError(AVERROR(errnoValue), step); }
+
+Status MediaFailure(Status status, std::string detail) {
+    lastDetail = std::move(detail);
+    return status;
+}
+
+const std::string& LastMediaErrorDetail() { return lastDetail; }
+
+void QuietLibraryLogging() {
+    static std::once_flag once;
+    std::call_once(once, [] { av_log_set_level(AV_LOG_QUIET); });
+}
+
+}  // namespace vd::media

@@ -1,0 +1,45 @@
+// The importer table: FFmpeg's demuxer name to the importer's subtype.
+//
+//   wav 'WAVE'   w64 'WAVE'   aiff 'AIFF' (AIFF and AIFC)   mp3 'MP3 '   caf 'caff'
+//   au 'ULAW'    flac 'FLAC'  ogg 'OggS'  aac 'ADTS'        ac3 'ac-3'   amr 'amr '
+//   matroska,webm 'MKV '
+//   mov,mp4,m4a,3gp,3g2,mj2: QuickTime ("qt  " brand) 'MooV'; MP4 family with video 'mpg4';
+//                            MP4 family with sound only 'M4A '
+#include "platform/media/importer_subtypes.h"
+
+#include <array>
+
+namespace vd::media {
+
+namespace {
+
+struct ImporterRow {
+    std::string_view demuxer;
+    FourCharCode subtype;
+};
+
+constexpr std::array kImporters{
+    ImporterRow{"wav", FourCC("WAVE")},  ImporterRow{"w64", FourCC("WAVE")},
+    ImporterRow{"aiff", FourCC("AIFF")}, ImporterRow{"mp3", FourCC("MP3 ")},
+    ImporterRow{"caf", FourCC("caff")},  ImporterRow{"au", FourCC("ULAW")},
+    ImporterRow{"flac", FourCC("FLAC")}, ImporterRow{"ogg", FourCC("OggS")},
+    ImporterRow{"aac", FourCC("ADTS")},  ImporterRow{"ac3", FourCC("ac-3")},
+    ImporterRow{"amr", FourCC("amr ")},  ImporterRow{"matroska,webm", FourCC("MKV ")},
+};
+
+constexpr std::string_view kMovFamily = "mov,mp4,m4a,3gp,3g2,mj2";
+
+}  // namespace
+
+FourCharCode ImporterSubtypeFor(std::string_view demuxerName, std::string_view majorBrand, bool hasVisual) {
+    if (demuxerName == kMovFamily) {
+        // A file with no brand (old QuickTime files have no 'ftyp') is a QuickTime movie.
+        if (majorBrand.empty() || majorBrand == "qt  ") return FourCC("MooV");
+        return hasVisual ? FourCC("mpg4") : FourCC("M4A ");
+    }
+    for (const auto& row : kImporters)
+        if (row.demuxer == demuxerName) return row.subtype;
+    return 0;
+}
+
+}  // namespace vd::media

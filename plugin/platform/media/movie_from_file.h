@@ -1,0 +1,18 @@
+// Opening a media file as a movie: every audio stream a sound track, video streams visual
+// tracks, subtitle streams text tracks. PCM in WAV, AIFF, CAF, AU and Wave64 stays in the file
+// and is read on demand; everything else is decoded when read.
+#pragma once
+
+#include "platform/media/errors.h"
+#include "platform/media/movie.h"
+
+#include <string>
+
+namespace vd::media {
+
+// kFileNotFound (-43), kPermissionDenied (-54), kNotAFile (-1302) for a folder, kMovieNotFound
+// (-2048) for an empty, truncated, corrupt or non-media file. A file with no sound opens;
+// callers that need sound check FirstSoundTrack (kNoSoundTrack).
+Status MovieFromFile(const std::string& path, Movie& movie);
+
+}  // namespace vd::media

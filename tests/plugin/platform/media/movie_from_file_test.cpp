@@ -1,0 +1,221 @@
+// Opening sound files of every kind the layer knows as movies: tracks, descriptions, importer
+// subtypes, durations; and damaged, cut-off and non-media files answering a status, not a crash.
+#include "platform/media/codec_formats.h"
+#include "platform/media/importer_subtypes.h"
+#include "platform/media/movie_from_file.h"
+#include "platform/media/render.h"
+#include "platform/media/sample_reading.h"
+
+#include "media_fixtures.h"
+
+#include <fstream>
+
+namespace vd::media {
+namespace {
+
+using vdtest::media::Ffmpeg;
+
+class MovieFromFileTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        folder_ = new vdtest::TempFolder;
+        vdtest::writeFile(Path("s16.wav"), vdtest::media::SineWav(44100, 2));
+        vdtest::writeFile(Path("u8.wav"), vdtest::media::SineWav(22050, 1, 22050, 8));
+        vdtest::writeFile(Path("s24.wav"), vdtest::media::SineWav(44100, 2, 44100, 24));
+        if (!vdtest::media::HaveFfmpeg()) return;
+        const std::string in = Path("s16.wav");
+        Ffmpeg({"-i", in, "-c:a", "pcm_s16be", Path("be.aiff")});
+        Ffmpeg({"-i", in, "-c:a", "pcm_s16le", Path("le.caf")});
+        Ffmpeg({"-i", in, Path("be.au")});
+        Ffmpeg({"-i", in, "-c:a", "pcm_mulaw", Path("mulaw.au")});
+        Ffmpeg({"-i", in, "-c:a", "libmp3lame", "-b:a", "128k", Path("tone.mp3")});
+        Ffmpeg({"-i", in, "-c:a", "aac", Path("tone.m4a")});
+        Ffmpeg({"-i", in, Path("tone.flac")});
+        Ffmpeg({"-i", in, "-c:a", "libvorbis", Path("tone.ogg")});
+        Ffmpeg({"-i", in, "-c:a", "pcm_s16le", Path("pcm.mov")});
+        Ffmpeg({"-i", in, "-i", Path("u8.wav"), "-map", "0", "-map", "1", "-c:a", "pcm_s16be", Path("two.mov")});
+        vdtest::writeFile(Path("note.srt"), "1\n00:00:00,000 --> 00:00:01,000\nThis file has no preview\n");
+        Ffmpeg({"-f", "lavfi", "-i", "color=c=red:s=16x16:d=1", "-i", in, "-i", Path("note.srt"), "-map", "0", "-map",
+                "1", "-map", "2", "-c:v", "mjpeg", "-c:a", "pcm_s16le", "-c:s", "mov_text", Path("visual.mov")});
+    }
+    static void TearDownTestSuite() { delete folder_; }
+    static std::string Path(const std::string& name) { return (*folder_ / name).string(); }
+
+    static vdtest::TempFolder* folder_;
+};
+vdtest::TempFolder* MovieFromFileTest::folder_ = nullptr;
+
+struct Expected {
+    const char* file;
+    const char* importer;
+    const char* format;
+    int channels;
+    int bits;
+    int rate;
+    int64_t frames;      // exact for PCM
+    int64_t tolerance;   // frames a compressed file's stated duration may be off by
+};
+
+TEST_F(MovieFromFileTest, DescribesEveryKindOfSoundFile) {
+    const Expected cases[] = {
+        {"s16.wav", "WAVE", "sowt", 2, 16, 44100, 44100, 0},
+        {"u8.wav", "WAVE", "raw ", 1, 8, 22050, 22050, 0},
+        {"s24.wav", "WAVE", "in24", 2, 24, 44100, 44100, 0},
+        {"be.aiff", "AIFF", "twos", 2, 16, 44100, 44100, 0},
+        {"le.caf", "caff", "sowt", 2, 16, 44100, 44100, 0},
+        {"be.au", "ULAW", "twos", 2, 16, 44100, 44100, 0},
+        {"mulaw.au", "ULAW", "ulaw", 2, 8, 44100, 44100, 0},
+        {"pcm.mov", "MooV", "sowt", 2, 16, 44100, 44100, 0},
+        {"tone.mp3", "MP3 ", ".mp3", 2, 16, 44100, 44100, 2500},  // counts the encoder's delay
+        {"tone.m4a", "M4A ", "mp4a", 2, 16, 44100, 44100, 2048},
+        {"tone.flac", "FLAC", "fLaC", 2, 16, 44100, 44100, 0},
+        {"tone.ogg", "OggS", "vorb", 2, 16, 44100, 44100, 1024},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.file);
+        if (!std::filesystem::exists(Path(c.file))) GTEST_SKIP() << "the ffmpeg program is not installed";
+        Movie movie;
+        ASSERT_EQ(MovieFromFile(Path(c.file), movie), kNoError) << LastMediaErrorDetail();
+        FourCharCode importer = 0;
+        ASSERT_EQ(movie.SourceFormat(importer), kNoError);
+        EXPECT_EQ(FourCCText(importer), c.importer);
+        const Track* track = movie.FirstSoundTrack();
+        ASSERT_NE(track, nullptr);
+        EXPECT_EQ(track->volume, kFullVolume);
+        EXPECT_TRUE(track->enabled);
+        const SampleDescription& d = track->media.Descriptions().front();
+        EXPECT_EQ(FourCCText(d.dataFormat), c.format);
+        EXPECT_EQ(d.descriptorSize, 36);
+        EXPECT_EQ(d.numberOfChannels, c.channels);
+        EXPECT_EQ(d.sampleSize, c.bits);
+        EXPECT_EQ(d.sampleRate, uint32_t(c.rate) << 16);
+        EXPECT_EQ(track->media.timeScale, c.rate);
+        EXPECT_NEAR(double(track->media.Duration()), double(c.frames), double(c.tolerance));
+        EXPECT_NEAR(double(track->Duration(movie.timeScale)), 600.0, 600.0 * (c.tolerance + 1) / c.rate);
+        std::string path;
+        ASSERT_EQ(movie.FilePath(path), kNoError);
+        EXPECT_EQ(path, Path(c.file));
+    }
+}
+
+TEST_F(MovieFromFileTest, EveryAudioStreamIsATrackAndOtherStreamsKeepTheirKind) {
+    VD_REQUIRE_FFMPEG();
+    Movie two;
+    ASSERT_EQ(MovieFromFile(Path("two.mov"), two), kNoError);
+    auto audio = two.TracksWith(Characteristic::kAudio);
+    ASSERT_EQ(audio.size(), 2u);
+    EXPECT_EQ(audio[0]->media.Descriptions().front().numberOfChannels, 2);
+    EXPECT_EQ(audio[1]->media.Descriptions().front().numberOfChannels, 1);
+    EXPECT_EQ(audio[1]->media.timeScale, 22050);
+    EXPECT_EQ(audio[1]->media.Duration(), 22050);
+
+    Movie visual;
+    ASSERT_EQ(MovieFromFile(Path("visual.mov"), visual), kNoError);
+    ASSERT_EQ(visual.TracksWith(Characteristic::kVisual).size(), 1u);
+    const auto& picture = visual.TracksWith(Characteristic::kVisual)[0]->media.Descriptions().front();
+    EXPECT_EQ(FourCCText(picture.dataFormat), "jpeg");
+    EXPECT_EQ(picture.width, 16);
+    ASSERT_EQ(visual.TracksWith(Characteristic::kText).size(), 1u);
+    // A QuickTime text sample: its 16-bit big-endian length, then the text.
+    const auto& sample = visual.TracksWith(Characteristic::kText)[0]->media.FirstTextSample();
+    const std::string expected = std::string("\0\x18", 2) + "This file has no preview";
+    ASSERT_GE(sample.size(), expected.size());
+    EXPECT_EQ(std::string(sample.begin(), sample.begin() + std::ptrdiff_t(expected.size())), expected);
+    EXPECT_EQ(visual.FirstSoundTrack()->media.Duration(), 44100);
+}
+
+TEST_F(MovieFromFileTest, MissingFoldersAndNonMediaFilesAnswerTheirCodes) {
+    Movie movie;
+    EXPECT_EQ(MovieFromFile(Path("absent.wav"), movie), kFileNotFound);
+    EXPECT_EQ(MovieFromFile(folder_->path().string(), movie), kNotAFile);
+    vdtest::writeFile(Path("empty.wav"), "");
+    EXPECT_EQ(MovieFromFile(Path("empty.wav"), movie), kMovieNotFound);
+    vdtest::writeFile(Path("letter.txt"), "Dear reader,\nthis is plain text and no sound at all.\n");
+    EXPECT_EQ(MovieFromFile(Path("letter.txt"), movie), kMovieNotFound);
+    if (geteuid() != 0) {
+        vdtest::writeFile(Path("locked.wav"), vdtest::media::SineWav(100, 1));
+        std::filesystem::permissions(Path("locked.wav"), std::filesystem::perms::none);
+        EXPECT_EQ(MovieFromFile(Path("locked.wav"), movie), kPermissionDenied);
+    }
+}
+
+// Reading everything and rendering must end with a status, whatever the file holds.
+void ReadAndRenderAll(const std::string& path, const std::string& output) {
+    Movie movie;
+    if (MovieFromFile(path, movie) != kNoError) return;
+    if (const Track* track = movie.FirstSoundTrack()) {
+        std::vector<int16_t> samples;
+        Status s = ReadFramesInt16(track->media, 0, track->media.Duration(), samples);
+        EXPECT_LE(samples.size(), size_t(track->media.Duration()) * size_t(track->media.Descriptions()[0].numberOfChannels));
+        (void)s;
+        (void)RenderMovie(movie, output);
+    }
+}
+
+TEST_F(MovieFromFileTest, CutOffAndDamagedFilesFailCleanly) {
+    const char* files[] = {"s16.wav", "u8.wav", "be.aiff", "le.caf", "be.au", "tone.mp3",
+                           "tone.m4a", "tone.flac", "tone.ogg", "pcm.mov", "two.mov"};
+    for (const char* name : files) {
+        SCOPED_TRACE(name);
+        if (!std::filesystem::exists(Path(name))) continue;
+        const std::string whole = vdtest::readFile(Path(name));
+        const std::string ext = std::filesystem::path(name).extension();
+        Movie movie;
+
+        // Cut inside the header: nothing to open.
+        vdtest::writeFile(Path("cut" + ext), whole.substr(0, 10));
+        EXPECT_EQ(MovieFromFile(Path("cut" + ext), movie), kMovieNotFound) << LastMediaErrorDetail();
+
+        // Garbage from the first byte on: not a movie.
+        std::string garbage(whole.size(), '\0');
+        uint32_t x = 12345;
+        for (char& ch : garbage) ch = char((x = x * 1103515245 + 12345) >> 24);
+        vdtest::writeFile(Path("garbage" + ext), garbage);
+        EXPECT_NE(MovieFromFile(Path("garbage" + ext), movie), kNoError);
+
+        // Cut in the middle, or damaged after the header: opens or not, never crashes or reads
+        // past what is there.
+        vdtest::writeFile(Path("half" + ext), whole.substr(0, whole.size() / 2));
+        ReadAndRenderAll(Path("half" + ext), Path("half-out.wav"));
+        std::string damaged = whole;
+        for (size_t i = 200; i < damaged.size(); i += 7) damaged[i] = char(damaged[i] ^ 0x5A);
+        vdtest::writeFile(Path("damaged" + ext), damaged);
+        ReadAndRenderAll(Path("damaged" + ext), Path("damaged-out.wav"));
+    }
+}
+
+TEST_F(MovieFromFileTest, CutOffPcmKeepsTheFramesThatAreThere) {
+    const std::string whole = vdtest::readFile(Path("s16.wav"));
+    vdtest::writeFile(Path("short.wav"), whole.substr(0, 44 + 4 * 1000 + 2));  // header says 44100 frames
+    Movie movie;
+    ASSERT_EQ(MovieFromFile(Path("short.wav"), movie), kNoError);
+    EXPECT_EQ(movie.FirstSoundTrack()->media.Duration(), 1000);
+}
+
+TEST(MediaFormatTables, CodecsAndDemuxersMapToTheMacCodes) {
+    const std::pair<const char*, const char*> codecs[] = {
+        {"pcm_s16le", "sowt"}, {"pcm_s16be", "twos"}, {"pcm_u8", "raw "}, {"pcm_f32le", "fl32"},
+        {"pcm_f32be", "fl32"}, {"pcm_f64le", "fl64"}, {"pcm_s24le", "in24"}, {"pcm_s32be", "in32"},
+        {"pcm_mulaw", "ulaw"}, {"pcm_alaw", "alaw"}, {"adpcm_ima_qt", "ima4"}, {"mp3", ".mp3"},
+        {"aac", "mp4a"}, {"alac", "alac"}, {"flac", "fLaC"}, {"vorbis", "vorb"}, {"opus", "opus"}};
+    for (auto [codec, format] : codecs) {
+        const CodecFormat* row = FindCodecFormat(codec);
+        ASSERT_NE(row, nullptr) << codec;
+        EXPECT_EQ(FourCCText(row->dataFormat), format) << codec;
+    }
+    EXPECT_TRUE(FindCodecFormat("pcm_f32be")->bigEndian);
+    EXPECT_FALSE(FindCodecFormat("pcm_f32le")->bigEndian);
+    EXPECT_EQ(FindCodecFormat("no_such_codec"), nullptr);
+
+    const char* mov = "mov,mp4,m4a,3gp,3g2,mj2";
+    EXPECT_EQ(ImporterSubtypeFor(mov, "qt  ", true), FourCC("MooV"));
+    EXPECT_EQ(ImporterSubtypeFor(mov, "", false), FourCC("MooV"));
+    EXPECT_EQ(ImporterSubtypeFor(mov, "M4A ", false), FourCC("M4A "));
+    EXPECT_EQ(ImporterSubtypeFor(mov, "isom", true), FourCC("mpg4"));
+    EXPECT_EQ(ImporterSubtypeFor("wav", "", false), FourCC("WAVE"));
+    EXPECT_EQ(ImporterSubtypeFor("au", "", false), FourCC("ULAW"));
+    EXPECT_EQ(ImporterSubtypeFor("tty", "", false), 0u);
+}
+
+}  // namespace
+}  // namespace vd::media

@@ -1,0 +1,203 @@
+// Rendering movies to WAV: the header, the samples, mixing with volumes, envelopes, resampling,
+// the byte-exact copy path, and what a failure leaves behind (nothing).
+#include "platform/media/movie_from_file.h"
+#include "platform/media/new_sound_movie.h"
+#include "platform/media/render.h"
+#include "platform/media/sample_reading.h"
+#include "platform/media/selection.h"
+
+#include "media_fixtures.h"
+
+namespace vd::media {
+namespace {
+
+using vdtest::media::Le16;
+using vdtest::media::Le32;
+using vdtest::media::SineSample;
+
+// A memory movie with one track of constant 16-bit samples.
+Movie ConstantMovie(int rate, int channels, int16_t value, int64_t frames, FourCharCode format = kFormatSowt) {
+    Movie movie;
+    EXPECT_EQ(NewMemorySoundMovie(rate, movie), kNoError);
+    std::vector<uint8_t> bytes;
+    for (int64_t i = 0; i < frames * channels; ++i) {
+        const uint16_t u = uint16_t(value);
+        if (format == kFormatTwos) bytes.insert(bytes.end(), {uint8_t(u >> 8), uint8_t(u)});
+        else bytes.insert(bytes.end(), {uint8_t(u), uint8_t(u >> 8)});
+    }
+    EXPECT_EQ(movie.TrackAt(0).media.AppendSamples(PcmSoundDescription(format, channels, 16, rate), bytes.data(),
+                                                   bytes.size(), frames),
+              kNoError);
+    movie.TrackAt(0).InsertMedia(0);
+    return movie;
+}
+
+class MediaRenderTest : public ::testing::Test {
+protected:
+    std::string Path(const std::string& name) { return (folder / name).string(); }
+    vdtest::TempFolder folder;
+};
+
+TEST_F(MediaRenderTest, WritesACdQualityWavWithCorrectHeaderAndSamples) {
+    Movie movie;
+    ASSERT_EQ(NewMemorySoundMovie(44100, movie), kNoError);
+    std::vector<uint8_t> bytes = [] {
+        std::string wav = vdtest::media::SineWav(1000, 2);
+        return std::vector<uint8_t>(wav.begin() + 44, wav.end());
+    }();
+    // 'twos' in memory (not the copy path): byte-swap the sine.
+    for (size_t i = 0; i < bytes.size(); i += 2) std::swap(bytes[i], bytes[i + 1]);
+    ASSERT_EQ(movie.TrackAt(0).media.AppendSamples(PcmSoundDescription(kFormatTwos, 2, 16, 44100), bytes.data(),
+                                                   bytes.size(), 1000),
+              kNoError);
+    movie.TrackAt(0).InsertMedia(0);
+    ASSERT_EQ(RenderMovie(movie, Path("out.wav")), kNoError) << LastMediaErrorDetail();
+    const std::string wav = vdtest::readFile(Path("out.wav"));
+    ASSERT_EQ(wav.size(), 44u + 4000);
+    EXPECT_EQ(wav.substr(0, 4), "RIFF");
+    EXPECT_EQ(Le32(wav, 4), 36u + 4000);
+    EXPECT_EQ(wav.substr(8, 8), "WAVEfmt ");
+    EXPECT_EQ(Le32(wav, 16), 16u);
+    EXPECT_EQ(Le16(wav, 20), 1);       // PCM
+    EXPECT_EQ(Le16(wav, 22), 2);       // channels
+    EXPECT_EQ(Le32(wav, 24), 44100u);
+    EXPECT_EQ(Le32(wav, 28), 176400u);
+    EXPECT_EQ(Le16(wav, 32), 4);
+    EXPECT_EQ(Le16(wav, 34), 16);
+    EXPECT_EQ(wav.substr(36, 4), "data");
+    EXPECT_EQ(Le32(wav, 40), 4000u);
+    for (int n = 0; n < 1000; n += 37) {
+        EXPECT_EQ(Le16(wav, 44 + 4 * size_t(n)), SineSample(n, 0));
+        EXPECT_EQ(Le16(wav, 46 + 4 * size_t(n)), SineSample(n, 1));
+    }
+    // And the result opens as the 'sowt' sound it claims to be.
+    Movie reopened;
+    ASSERT_EQ(MovieFromFile(Path("out.wav"), reopened), kNoError);
+    EXPECT_TRUE(IsCdQualitySowt(reopened.FirstSoundTrack()->media.Descriptions()[0]));
+    EXPECT_EQ(reopened.FirstSoundTrack()->media.Duration(), 1000);
+}
+
+TEST_F(MediaRenderTest, CopyPathIsByteIdenticalFromFileAndFromSelections) {
+    const std::string source = vdtest::media::SineWav(100000, 2);
+    vdtest::writeFile(Path("in.wav"), source);
+    Movie movie;
+    ASSERT_EQ(MovieFromFile(Path("in.wav"), movie), kNoError);
+    ASSERT_EQ(RenderMovie(movie, Path("copy.wav")), kNoError);
+    EXPECT_EQ(vdtest::readFile(Path("copy.wav")), source);
+
+    // Second half then first half: two runs over one file.
+    Movie swapped;
+    ASSERT_EQ(CopyMovieSelection(movie, {50000, 50000, 44100}, swapped), kNoError);
+    ASSERT_EQ(AddMovieSelection(swapped, movie, {0, 50000, 44100}), kNoError);
+    ASSERT_EQ(RenderMovie(swapped, Path("swapped.wav")), kNoError);
+    const std::string out = vdtest::readFile(Path("swapped.wav"));
+    ASSERT_EQ(out.size(), source.size());
+    EXPECT_EQ(out.substr(44, 200000), source.substr(44 + 200000));
+    EXPECT_EQ(out.substr(44 + 200000), source.substr(44, 200000));
+}
+
+TEST_F(MediaRenderTest, TracksMixByVolumeAndClip) {
+    Movie movie = ConstantMovie(44100, 2, 8000, 1000);
+    Movie other = ConstantMovie(44100, 2, 4000, 500);
+    // Put the second sound beside the first, at time 0, at half volume.
+    Track& added = movie.AddTrack(Characteristic::kAudio, other.TrackAt(0).media);
+    added.volume = 128;
+    added.InsertMedia(0);
+    ASSERT_EQ(RenderMovie(movie, Path("mix.wav")), kNoError);
+    std::string wav = vdtest::readFile(Path("mix.wav"));
+    ASSERT_EQ(wav.size(), 44u + 4000);
+    EXPECT_EQ(Le16(wav, 44), 10000);              // 8000 + 4000 / 2
+    EXPECT_EQ(Le16(wav, 44 + 4 * 600), 8000);     // after the shorter track ends
+
+    movie.TrackAt(0).volume = 1024;               // 4 × 8000 clips
+    ASSERT_EQ(RenderMovie(movie, Path("loud.wav")), kNoError);
+    EXPECT_EQ(Le16(vdtest::readFile(Path("loud.wav")), 44), 32767);
+    movie.TrackAt(0).enabled = false;
+    ASSERT_EQ(RenderMovie(movie, Path("quiet.wav")), kNoError);
+    wav = vdtest::readFile(Path("quiet.wav"));
+    EXPECT_EQ(wav.size(), 44u + 4000);            // the disabled track still lasts
+    EXPECT_EQ(Le16(wav, 44), 2000);
+    EXPECT_EQ(Le16(wav, 44 + 4 * 600), 0);
+}
+
+TEST_F(MediaRenderTest, EnvelopeRampsTheGain) {
+    Movie movie = ConstantMovie(44100, 2, 20000, 44100);
+    RenderOptions options;
+    options.trackEnvelopes.push_back([](double seconds) { return float(seconds); });  // 0 → 1 over 1 s
+    ASSERT_EQ(RenderMovie(movie, Path("fade.wav"), CdQualityWav(), options), kNoError);
+    const std::string wav = vdtest::readFile(Path("fade.wav"));
+    ASSERT_EQ(wav.size(), 44u + 4 * 44100);
+    EXPECT_EQ(Le16(wav, 44), 0);
+    EXPECT_NEAR(Le16(wav, 44 + 4 * 22050), 10000, 1);
+    EXPECT_NEAR(Le16(wav, 46 + 4 * 44099), 20000, 1);
+    for (size_t n = 1; n < 44100; n += 997) EXPECT_GE(Le16(wav, 44 + 4 * n), Le16(wav, 44 + 4 * (n - 1)));
+}
+
+TEST_F(MediaRenderTest, HalfRateMonoBecomesTwiceAsManyStereoFrames) {
+    vdtest::writeFile(Path("mono.wav"), vdtest::media::SineWav(22050, 1, 22050));
+    Movie movie;
+    ASSERT_EQ(MovieFromFile(Path("mono.wav"), movie), kNoError);
+    ASSERT_EQ(RenderMovie(movie, Path("up.wav")), kNoError);
+    Movie up;
+    ASSERT_EQ(MovieFromFile(Path("up.wav"), up), kNoError);
+    const Media& media = up.FirstSoundTrack()->media;
+    EXPECT_EQ(media.Duration(), 44100);
+    std::vector<int16_t> samples;
+    ASSERT_EQ(ReadFramesInt16(media, 0, media.Duration(), samples), kNoError);
+    // Full level in both channels (a 440 Hz sine at 22050 Hz, read at 44100 Hz).
+    for (int64_t n = 1000; n < 1100; ++n) {
+        EXPECT_NEAR(samples[size_t(2 * n)], SineSample(n, 0, 44100), 60);
+        EXPECT_EQ(samples[size_t(2 * n)], samples[size_t(2 * n + 1)]);
+    }
+}
+
+TEST_F(MediaRenderTest, CompressedSoundRendersThroughTheDecoder) {
+    VD_REQUIRE_FFMPEG();
+    vdtest::writeFile(Path("in.wav"), vdtest::media::SineWav(44100, 2));
+    vdtest::media::Ffmpeg({"-i", Path("in.wav"), "-ar", "48000", Path("in.flac")});
+    Movie movie;
+    ASSERT_EQ(MovieFromFile(Path("in.flac"), movie), kNoError);
+    ASSERT_EQ(RenderMovie(movie, Path("out.wav")), kNoError);
+    Movie out;
+    ASSERT_EQ(MovieFromFile(Path("out.wav"), out), kNoError);
+    EXPECT_NEAR(double(out.FirstSoundTrack()->media.Duration()), 44100.0, 2.0);
+}
+
+TEST_F(MediaRenderTest, FailuresLeaveNothingBehindAndNoDescriptorOpen) {
+    const int descriptors = vdtest::media::OpenDescriptors();
+    vdtest::writeFile(Path("in.wav"), vdtest::media::SineWav(44100, 2));
+    {
+        Movie movie;
+        ASSERT_EQ(MovieFromFile(Path("in.wav"), movie), kNoError);
+        std::vector<int16_t> samples;
+        ASSERT_EQ(ReadFramesInt16(movie.FirstSoundTrack()->media, 0, 44100, samples), kNoError);
+        ASSERT_EQ(RenderMovie(movie, Path("ok.wav")), kNoError);
+
+        // The sound's file vanishes from under it: the render fails and leaves no file.
+        std::filesystem::resize_file(Path("in.wav"), 100);
+        auto before = vdtest::media::FolderEntries(folder.path());
+        EXPECT_NE(RenderMovie(movie, Path("failed.wav")), kNoError);
+        EXPECT_EQ(vdtest::media::FolderEntries(folder.path()), before);
+        EXPECT_FALSE(std::filesystem::exists(Path("failed.wav")));
+
+        // A target whose folder is missing, a folder as target, an unknown format.
+        EXPECT_EQ(RenderMovie(movie, Path("no/such/folder/x.wav")), kFileNotFound);
+        EXPECT_EQ(RenderMovie(movie, folder.path().string()), kNotAFile);
+        OutputFormat mp3;
+        mp3.fileType = FourCC("MP3 ");
+        EXPECT_EQ(RenderMovie(movie, Path("x.mp3"), mp3), kNoExporter);
+        EXPECT_EQ(vdtest::media::FolderEntries(folder.path()), before);
+    }
+    Movie noSound;
+    EXPECT_EQ(RenderMovie(noSound, Path("none.wav")), kNoSoundTrack);
+    if (vdtest::media::HaveFfmpeg()) {
+        vdtest::media::Ffmpeg({"-i", Path("ok.wav"), Path("in.mp3")});
+        Movie mp3;
+        ASSERT_EQ(MovieFromFile(Path("in.mp3"), mp3), kNoError);
+        ASSERT_EQ(RenderMovie(mp3, Path("mp3.wav")), kNoError);
+    }
+    EXPECT_EQ(vdtest::media::OpenDescriptors(), descriptors);
+}
+
+}  // namespace
+}  // namespace vd::media

@@ -1,0 +1,138 @@
+// Reading frame ranges of sound tracks as 16-bit samples and as stored bytes, from every storage
+// the layer has: memory, PCM in files of either byte order and width, and decoded compressed sound.
+#include "platform/media/movie_from_file.h"
+#include "platform/media/new_sound_movie.h"
+#include "platform/media/sample_reading.h"
+
+#include "media_fixtures.h"
+
+namespace vd::media {
+namespace {
+
+using vdtest::media::SineSample;
+
+class MediaSampleReadingTest : public ::testing::Test {
+protected:
+    vdtest::TempFolder folder;
+    std::string Path(const std::string& name) { return (folder / name).string(); }
+
+    // Frames [first, first + count) of the file's first sound track as 16-bit samples.
+    std::vector<int16_t> Read(const std::string& file, int64_t first, int64_t count) {
+        Movie movie;
+        EXPECT_EQ(MovieFromFile(Path(file), movie), kNoError) << LastMediaErrorDetail();
+        std::vector<int16_t> samples;
+        if (const Track* t = movie.FirstSoundTrack()) {
+            EXPECT_EQ(ReadFramesInt16(t->media, first, count, samples), kNoError);
+        }
+        return samples;
+    }
+};
+
+TEST_F(MediaSampleReadingTest, PcmOfEveryLayoutReadsAsTheSameSine) {
+    vdtest::writeFile(Path("s16.wav"), vdtest::media::SineWav(44100, 2));
+    vdtest::writeFile(Path("s24.wav"), vdtest::media::SineWav(44100, 2, 44100, 24));
+    std::vector<std::string> files{"s16.wav", "s24.wav"};
+    if (vdtest::media::HaveFfmpeg()) {
+        vdtest::media::Ffmpeg({"-i", Path("s16.wav"), "-c:a", "pcm_s16be", Path("be.aiff")});
+        vdtest::media::Ffmpeg({"-i", Path("s16.wav"), "-c:a", "pcm_f32be", Path("f32.caf")});
+        vdtest::media::Ffmpeg({"-i", Path("s16.wav"), "-c:a", "pcm_s16le", Path("pcm.mov")});
+        vdtest::media::Ffmpeg({"-i", Path("s16.wav"), Path("lossless.flac")});
+        files.insert(files.end(), {"be.aiff", "f32.caf", "pcm.mov", "lossless.flac"});
+    }
+    for (const auto& file : files) {
+        SCOPED_TRACE(file);
+        // A range that starts mid-file, in both channels (880 Hz on the right).
+        auto samples = Read(file, 1000, 300);
+        ASSERT_EQ(samples.size(), 600u);
+        for (int64_t n = 0; n < 300; ++n) {
+            EXPECT_NEAR(samples[size_t(2 * n)], SineSample(1000 + n, 0), 1) << "frame " << 1000 + n;
+            EXPECT_NEAR(samples[size_t(2 * n + 1)], SineSample(1000 + n, 1), 1) << "frame " << 1000 + n;
+        }
+        // Past the end: clipped, not failed.
+        EXPECT_EQ(Read(file, 44000, 1000).size(), 200u);
+        EXPECT_TRUE(Read(file, 50000, 10).empty());
+    }
+}
+
+TEST_F(MediaSampleReadingTest, EightBitCentreIsZeroAndStoredBytesStayAsStored) {
+    vdtest::writeFile(Path("u8.wav"), vdtest::media::SineWav(22050, 1, 22050, 8));
+    auto samples = Read("u8.wav", 0, 100);
+    ASSERT_EQ(samples.size(), 100u);
+    EXPECT_EQ(samples[0], 0);  // byte 128
+    for (int n = 0; n < 100; ++n) EXPECT_EQ(samples[size_t(n)], (SineSample(n, 0, 22050) >> 8) * 256);
+
+    Movie movie;
+    ASSERT_EQ(MovieFromFile(Path("u8.wav"), movie), kNoError);
+    std::vector<uint8_t> bytes;
+    ASSERT_EQ(ReadStoredBytes(movie.FirstSoundTrack()->media, 0, 4, bytes), kNoError);
+    ASSERT_EQ(bytes.size(), 4u);
+    EXPECT_EQ(bytes[0], 128);
+}
+
+TEST_F(MediaSampleReadingTest, StoredBytesKeepTheirByteOrder) {
+    VD_REQUIRE_FFMPEG();
+    vdtest::writeFile(Path("s16.wav"), vdtest::media::SineWav(4410, 2));
+    vdtest::media::Ffmpeg({"-i", Path("s16.wav"), "-c:a", "pcm_s16be", Path("be.aiff")});
+    Movie little, big;
+    ASSERT_EQ(MovieFromFile(Path("s16.wav"), little), kNoError);
+    ASSERT_EQ(MovieFromFile(Path("be.aiff"), big), kNoError);
+    std::vector<uint8_t> le, be;
+    ASSERT_EQ(ReadStoredBytes(little.FirstSoundTrack()->media, 10, 20, le), kNoError);
+    ASSERT_EQ(ReadStoredBytes(big.FirstSoundTrack()->media, 10, 20, be), kNoError);
+    ASSERT_EQ(le.size(), 80u);
+    ASSERT_EQ(be.size(), 80u);
+    for (size_t i = 0; i < le.size(); i += 2) {
+        EXPECT_EQ(le[i], be[i + 1]);
+        EXPECT_EQ(le[i + 1], be[i]);
+    }
+    EXPECT_EQ(int16_t(le[0] | le[1] << 8), SineSample(10, 0));
+}
+
+TEST_F(MediaSampleReadingTest, CompressedSoundDecodesNearTheSineAndHasNoStoredBytes) {
+    VD_REQUIRE_FFMPEG();
+    vdtest::writeFile(Path("s16.wav"), vdtest::media::SineWav(44100, 2));
+    vdtest::media::Ffmpeg({"-i", Path("s16.wav"), "-c:a", "libmp3lame", "-b:a", "192k", Path("tone.mp3")});
+    Movie movie;
+    ASSERT_EQ(MovieFromFile(Path("tone.mp3"), movie), kNoError);
+    const Media& media = movie.FirstSoundTrack()->media;
+    std::vector<int16_t> samples;
+    ASSERT_EQ(ReadFramesInt16(media, 0, media.Duration(), samples), kNoError);
+    EXPECT_NEAR(double(samples.size()) / 2, 44100.0, 1200.0);
+    // The level of the left channel over the middle: a 10000-amplitude sine has RMS 7071.
+    double sum = 0;
+    for (size_t n = 10000; n < 30000; ++n) sum += double(samples[2 * n]) * samples[2 * n];
+    EXPECT_NEAR(std::sqrt(sum / 20000), 7071.0, 300.0);
+    std::vector<uint8_t> bytes;
+    EXPECT_EQ(ReadStoredBytes(media, 0, 10, bytes), kBadSampleFormat);
+    // Reading backwards restarts the decoder and gives the same samples again.
+    std::vector<int16_t> again;
+    ASSERT_EQ(ReadFramesInt16(media, 20000, 100, again), kNoError);
+    ASSERT_EQ(again.size(), 200u);
+    EXPECT_EQ(again[0], samples[40000]);
+    EXPECT_EQ(again[199], samples[40199]);
+}
+
+TEST_F(MediaSampleReadingTest, AbsurdRangesAnswerStatusesBeforeAnyAllocation) {
+    Movie movie;
+    ASSERT_EQ(NewEmptySoundMovie(movie), kNoError);
+    const Media& media = movie.FirstSoundTrack()->media;
+    std::vector<int16_t> samples;
+    EXPECT_EQ(ReadFramesInt16(media, -1, 1, samples), kInvalidTime);
+    EXPECT_EQ(ReadFramesInt16(media, 0, -5, samples), kInvalidTime);
+    EXPECT_EQ(ReadFramesInt16(media, 0, INT64_MAX, samples), kNoError);  // clipped to the one frame
+    EXPECT_EQ(samples, std::vector<int16_t>(2, 0));
+
+    // A media that claims more frames than one read may hold.
+    Movie huge;
+    ASSERT_EQ(NewMemorySoundMovie(44100, huge), kNoError);
+    Media& big = huge.TrackAt(0).media;
+    auto store = std::make_shared<MemorySampleStore>();
+    ASSERT_EQ(big.AppendRun(SampleRun{store, 0, int64_t(1) << 40, 1}, PcmSoundDescription(kFormatSowt, 2, 16, 44100)),
+              kNoError);
+    EXPECT_EQ(ReadFramesInt16(big, 0, int64_t(1) << 40, samples), kMemoryFull);
+    std::vector<uint8_t> bytes;
+    EXPECT_EQ(ReadStoredBytes(big, 0, int64_t(1) << 40, bytes), kMemoryFull);
+}
+
+}  // namespace
+}  // namespace vd::media
