@@ -25,4 +25,16 @@ FMX_ErrCode UnRegisterExternalFunction(const FMX_QuadChar* pluginId, int16_t fun
     return Checked([&](FMX_CallRecord* r) { return FM_ExprEnv_UnRegisterExternalFunction(pluginId, functionId, r); });
 }
 
+FMX_ExprEnv* NewExprEnv(int32_t kind) {
+    return Checked([&](FMX_CallRecord* r) { return FM_ExprEnv_Constructor1(kind, r); });
+}
+
+void DeleteExprEnv(FMX_ExprEnv* env) noexcept {
+    if (env) Unchecked([&](FMX_CallRecord* r) { FM_ExprEnv_Delete(env, r); });
+}
+
+FMX_ErrCode ExprEnvEvaluate(const FMX_ExprEnv* env, const FMX_Text* expression, FMX_Data* result) {
+    return Checked([&](FMX_CallRecord* r) { return FM_ExprEnv_Evaluate(env, expression, result, r); });
+}
+
 }  // namespace vd::host

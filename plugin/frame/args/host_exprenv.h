@@ -21,4 +21,13 @@ FMX_ErrCode RegisterExternalFunction(const FMX_QuadChar* pluginId, int16_t funct
                                      uint32_t flags, FMX_ExtPluginType handler);
 FMX_ErrCode UnRegisterExternalFunction(const FMX_QuadChar* pluginId, int16_t functionId);
 
+FMX_ExprEnv* NewExprEnv(int32_t kind);
+void DeleteExprEnv(FMX_ExprEnv* env) noexcept;
+FMX_ErrCode ExprEnvEvaluate(const FMX_ExprEnv* env, const FMX_Text* expression, FMX_Data* result);
+
+struct ExprEnvDeleter {
+    void operator()(FMX_ExprEnv* env) const noexcept { DeleteExprEnv(env); }
+};
+using OwnedExprEnv = std::unique_ptr<FMX_ExprEnv, ExprEnvDeleter>;
+
 }  // namespace vd::host

@@ -1,0 +1,209 @@
+#include "container/streams.h"
+
+#include "container/stream_types.h"
+#include "frame/args/arguments.h"
+#include "frame/args/host_binary.h"
+#include "frame/args/host_data.h"
+#include "frame/args/host_exprenv.h"
+#include "frame/args/host_text.h"
+#include "frame/args/results.h"
+#include "frame/args/type_code.h"
+#include "frame/errors/vds_error.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+namespace vd::container {
+
+namespace {
+
+constexpr int32_t kContentError = 20400;
+constexpr size_t kPictHeaderSize = 512;
+constexpr size_t kListLimit = 594;
+constexpr size_t kListNameLimit = 200;
+constexpr size_t kPeekLimit = 600;
+
+host::OwnedQuadChar QuadOf(uint32_t code) {
+    return host::OwnedQuadChar(host::NewQuadChar(static_cast<char>(code >> 24), static_cast<char>(code >> 16),
+                                                 static_cast<char>(code >> 8), static_cast<char>(code)));
+}
+
+uint32_t TypeAt(const FMX_BinaryData* binary, int32_t index) {
+    host::OwnedQuadChar code(host::NewEmptyQuadChar());
+    host::BinaryGetType(binary, index, code.get());
+    return host::QuadCharGetMacType(code.get());
+}
+
+void Report(int32_t code, std::string_view message) {
+    gLastError.SetCode(code);
+    gLastError.SetMessage(message);
+}
+
+bool IsText(const FMX_Data* parameter) { return ArgType(parameter) == FMX_TYPE_TEXT; }
+bool IsContainer(const FMX_Data* parameter) { return ArgType(parameter) == FMX_TYPE_BINARY; }
+
+std::string FileNameOf(const FMX_BinaryData* binary) {
+    host::OwnedText name;
+    if (host::BinaryGetFNAMData(binary, name.get()) != 0) return {};
+    return ArgCText(name.get());
+}
+
+// Bytes shown as text one character each, so that any stream can be looked at.
+std::u16string BytesAsText(const uint8_t* bytes, size_t n) {
+    std::u16string text(n, u'\0');
+    for (size_t i = 0; i < n; ++i) text[i] = bytes[i];
+    return text;
+}
+
+uint32_t BigEndian32(const Bytes& b) { return uint32_t(b[0]) << 24 | uint32_t(b[1]) << 16 | uint32_t(b[2]) << 8 | b[3]; }
+
+}  // namespace
+
+FMX_ErrCode AddTypedStream(FMX_BinaryData* binary, uint32_t type, uint32_t length, const void* bytes) {
+    return host::BinaryAdd(binary, QuadOf(type).get(), length, bytes);
+}
+
+FMX_ErrCode AddSizeStream(FMX_BinaryData* binary, uint16_t width, uint16_t height) {
+    uint32_t size = uint32_t(width) << 16 | height;
+    const uint8_t bytes[4] = {uint8_t(size >> 24), uint8_t(size >> 16), uint8_t(size >> 8), uint8_t(size)};
+    return AddTypedStream(binary, kSizeStream, 4, bytes);
+}
+
+FMX_ErrCode EmptyContainerResult(FMX_Data* result) {
+    host::OwnedBinaryData empty(host::NewBinaryData());
+    host::BinaryRemoveAll(empty.get());
+    return SetResultBinary(result, empty.get());
+}
+
+uint32_t ClassifyImageContainer(const FMX_Data* parameter) {
+    if (IsText(parameter)) return kReferenceCode;
+    if (IsContainer(parameter)) {
+        const FMX_BinaryData* binary = host::DataGetBinaryData(parameter);
+        int32_t count = host::BinaryGetCount(binary);
+        if (count == 0) return kReferenceCode;
+        int32_t left = count;
+        bool sawJpeg = false;
+        uint32_t remembered = 0;
+        for (int32_t i = 0; i < count; ++i) {
+            uint32_t type = TypeAt(binary, i);
+            if (type == kVdImageStream || type == kTiffStream || type == kGifStream || type == kPictStream ||
+                type == kJfifStream)
+                return type;
+            if (type == kJpegStream) {
+                --left;
+                sawJpeg = true;
+            } else if (type == kForkStream || type == kFileNameStream || type == kSizeStream) {
+                --left;
+            } else {
+                remembered = type;
+            }
+        }
+        if (left != 0) return remembered;
+        if (sawJpeg) return kJpegStream;
+    }
+    Report(kContentError, "Parameter must be image or path");
+    return 0;
+}
+
+int32_t ReadStreamIntoMemory(const FMX_Data* parameter, uint32_t type, Bytes& bytes) {
+    const FMX_BinaryData* binary = host::DataGetBinaryData(parameter);
+    int32_t index = host::BinaryGetIndex(binary, QuadOf(type).get());
+    if (index < 0) {
+        Report(kContentError, "The specified media type is not in the container");
+        return kContentError;
+    }
+    uint32_t size = host::BinaryGetSize(binary, index);
+    try {
+        bytes.assign(size, 0);
+    } catch (const std::bad_alloc&) {
+        Report(-108, "Insufficient memory to copy image data");
+        return -108;
+    }
+    if (FMX_ErrCode e = host::BinaryGetData(binary, index, 0, size, bytes.data())) {
+        bytes.clear();
+        Report(e, "Could not access stream data");
+        return e;
+    }
+    return 0;
+}
+
+int32_t ReadImageData(const FMX_Data* parameter, Bytes& bytes, uint32_t& type) {
+    bytes.clear();
+    type = ClassifyImageContainer(parameter);
+    if (type == kReferenceCode || type == 0) return type == 0 ? kContentError : 0;
+    if (int32_t e = ReadStreamIntoMemory(parameter, type, bytes)) return e;
+    try {
+        if (type == kPictStream) {
+            bytes.insert(bytes.begin(), kPictHeaderSize, 0);
+        } else if (type == kVdImageStream) {
+            if (bytes.size() < 4) {
+                bytes.clear();
+                gLastError.SetCode(-2001);  // a VD image too short to hold its type
+                return -2001;
+            }
+            type = BigEndian32(bytes);
+            if (type == kPictStream)
+                bytes.insert(bytes.begin() + 4, kPictHeaderSize - 4, 0);  // the picture now starts at 512
+            else
+                bytes.erase(bytes.begin(), bytes.begin() + 4);
+        }
+    } catch (const std::bad_alloc&) {
+        bytes.clear();
+        Report(-108, "Insufficient memory to copy image data");
+        return -108;
+    }
+    return 0;
+}
+
+std::string ListStreamTypes(const FMX_Data* parameter) {
+    if (ArgEmpty(parameter)) return {};
+    if (IsText(parameter)) return "utxt";
+    const FMX_BinaryData* binary = host::DataGetBinaryData(parameter);
+    std::string list;
+    int32_t count = host::BinaryGetCount(binary);
+    for (int32_t i = 0; i < count; ++i) {
+        if (list.size() > kListLimit) break;
+        uint32_t type = TypeAt(binary, i);
+        if (!list.empty()) list += '|';
+        list += FourCCText(type);
+        if (type == kFileNameStream) list += "|" + FileNameOf(binary).substr(0, kListNameLimit);
+    }
+    return list;
+}
+
+std::u16string PeekStream(const FMX_Data* parameter, std::string_view typeText) {
+    if (ArgEmpty(parameter)) return u"$$$Empty container";
+    if (IsText(parameter)) {
+        std::u16string text = ArgUtf16(host::DataGetAsText(parameter));
+        return u"$$$Text: " + text.substr(0, kPeekLimit);
+    }
+    auto type = TypeCodeFromText(typeText);
+    const FMX_BinaryData* binary = host::DataGetBinaryData(parameter);
+    int32_t index = type ? host::BinaryGetIndex(binary, QuadOf(*type).get()) : -1;
+    if (index < 0) return u"$$$That stream type is not in the container";
+    if (*type == kFileNameStream) {
+        host::OwnedText name;
+        host::BinaryGetFNAMData(binary, name.get());
+        return ArgUtf16(name.get()).substr(0, kPeekLimit);
+    }
+    uint32_t size = std::min<uint32_t>(host::BinaryGetSize(binary, index), kPeekLimit);
+    Bytes bytes(size);
+    if (host::BinaryGetData(binary, index, 0, size, bytes.data()) != 0) return u"$$$That stream type is not in the container";
+    return BytesAsText(bytes.data(), bytes.size());
+}
+
+int32_t RemoveStream(const FMX_Data* parameter, std::string_view typeText, FMX_Data* result) {
+    auto type = TypeCodeFromText(typeText);
+    bool present = type && IsContainer(parameter) &&
+                   host::BinaryGetIndex(host::DataGetBinaryData(parameter), QuadOf(*type).get()) >= 0;
+    if (!present) {
+        Report(kContentError, "The specified media type is not in the container");
+        return kContentError;
+    }
+    host::OwnedBinaryData copy(host::CopyBinaryData(host::DataGetBinaryData(parameter)));
+    host::BinaryRemove(copy.get(), QuadOf(*type).get());
+    return SetResultBinary(result, copy.get());
+}
+
+}  // namespace vd::container
