@@ -3,6 +3,7 @@
 #include "frame/last_error_function.h"
 #include "frame/not_implemented.h"
 #include "frame/version_function.h"
+#include "sound/extract_info_function.h"
 
 #include <array>
 
@@ -58,7 +59,7 @@ constexpr std::array kTable{
     Sound(12, "Vandrel_FadeSound", 5, 5, kNoUI),
     Sound(13, "Vandrel_GetLastError", 0, 0, kNoUI, LastErrorFunction),
     Sound(14, "Vandrel_StopSound", 0, 0, kUI),
-    Sound(15, "Vandrel_ExtractInfo", 1, 2, kNoUI),
+    Sound(15, "Vandrel_ExtractInfo", 1, 2, kNoUI, sound::ExtractInfoFunction),
     Sound(16, "Vandrel_InsertQuickTime", 0, 1, kUI),
     Sound(17, "Vandrel_RecordSoundStart", 0, 3, kUI),
     Sound(18, "Vandrel_RecordSoundStop", 0, 0, kUI),

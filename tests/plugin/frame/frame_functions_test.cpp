@@ -3,6 +3,7 @@
 #include "frame/handler_dispatch.h"
 #include "frame/errors/vds_error.h"
 #include "frame/function_table.h"
+#include "frame/not_implemented.h"
 #include "frame/version_function.h"
 #include "plugin/plugin_test_support.h"
 #include "vandrel_version.h"
@@ -73,9 +74,13 @@ TEST_F(FrameFunctions, LastErrorReportsTheCallBeforeItAndKeepsIt) {
 }
 
 TEST_F(FrameFunctions, EveryFunctionNotBuiltYetNamesItselfInItsStatus) {
-    int checked = 0;
+    // The functions whose subsystem has not landed yet, as the table says.
+    int checked = 0, expectedCount = 0;
+    for (const auto& entry : vd::FunctionTable())
+        expectedCount += entry.name && entry.handler == vd::NotImplemented;
     for (const auto* f : vdhost::FunctionRegistry::instance().all()) {
-        if (f->pluginId != kVandrelId || f->id == 1 || f->id == 13) continue;
+        const vd::FunctionEntry* entry = vd::FindFunction(f->id);
+        if (f->pluginId != kVandrelId || !entry || entry->handler != vd::NotImplemented) continue;
         std::string name = vdhost::utf16ToUtf8(f->name);
         std::u16string call = f->name;
         for (int i = 0; i < f->minArgs; ++i) call += i ? u" ; 1" : u" ( 1";
@@ -85,7 +90,7 @@ TEST_F(FrameFunctions, EveryFunctionNotBuiltYetNamesItselfInItsStatus) {
         EXPECT_EQ(Text(u"Vandrel_GetLastError"), expected);
         ++checked;
     }
-    EXPECT_EQ(checked, 59);
+    EXPECT_EQ(checked, expectedCount);
 }
 
 TEST_F(FrameFunctions, TheHostRefusesCountsOutsideTheRegisteredRange) {

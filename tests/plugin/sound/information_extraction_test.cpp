@@ -1,0 +1,114 @@
+// Single values out of report texts, by line number and by label path.
+#include "sound/information_extraction.h"
+
+#include "support/temp_folder.h"
+
+#include <api/values.h>
+#include <calc/variables.h>
+#include <session/session.h>
+
+#include <gtest/gtest.h>
+
+namespace vdtest {
+namespace {
+
+using vd::sound::ExtractInfo;
+using vd::sound::NormaliseLabel;
+
+// The shape of a sound report: two blanks of indentation per level, CR between lines.
+const std::string kReport =
+    "File: /tmp/a.wav\r"
+    "Format: WAVE\r"
+    "Track 1\r"
+    "  Enabled: yes\r"
+    "  Media\r"
+    "    Time Scale: 44100\r"
+    "    Sample Description 1\r"
+    "      Format: sowt\r"
+    "      Sample Rate (Hz): 44100\r"
+    "      Channels: 2\r"
+    "Track 1\r"
+    "  Media\r"
+    "    Sample Description 1\r"
+    "      Sample Rate (Hz): 22050\r"
+    "      Bits:16\r"
+    "  Note without colon";
+
+TEST(ExtractInfoLines, NumbersCountOrPickLines) {
+    struct Case {
+        const char* key;
+        int32_t code;
+        const char* value;
+    } cases[] = {
+        {"", 0, "16"},       {"0", 0, "16"},         {"  ", 0, "16"},         {"\t 0 ", 0, "16"},
+        {"1", 0, "/tmp/a.wav"}, {"3", 0, "Track 1"}, {"9", 0, "44100"},       {"16", 0, "  Note without colon"},
+        {"17", -1, "Could not copy indexed line."},  {"99999999999", -50, ""},
+    };
+    for (const auto& c : cases) {
+        auto r = ExtractInfo(kReport, c.key);
+        EXPECT_EQ(r.code, c.code) << c.key;
+        EXPECT_EQ(r.value, c.value) << c.key;
+    }
+    EXPECT_EQ(ExtractInfo("", "").value, "1");  // an empty text has one line
+    EXPECT_EQ(ExtractInfo("a\rb\r", "0").value, "3");
+}
+
+TEST(ExtractInfoLabels, PathsDescendByIndentationAndDropUnits) {
+    struct Case {
+        const char* key;
+        int32_t code;
+        const char* value;
+    } cases[] = {
+        {"Track 1/Media/Sample Description 1/Sample Rate (Hz)", 0, "44100"},
+        {"Track 1/Media/Sample Description 1/Sample Rate", 0, "44100"},
+        {" Track 1/Media/Sample Description 1/Sample Rate (kHz)  ", 0, "44100"},
+        {"Track 1/Enabled", 0, "yes"},
+        {"Format", 0, "WAVE"},
+        // The first Track 1 has no Bits: the search goes on at the first level and finds the second.
+        {"Track 1/Media/Sample Description 1/Bits", 0, "16"},
+        {"Track 1/Note without colon", 0, "Note without colon"},
+        {"track 1/Enabled", -43, "Requested key was not found."},  // labels compare case-sensitively
+        {"Track 1/Media/Nothing", -43, "Requested key was not found."},
+        {"Enabled", -43, "Requested key was not found."},  // depth 2 items are not at depth 1
+        {"Track 1/(Hz)", -2, "Wrong key."},
+        {"Track 1/  (Hz)", -2, "Wrong key."},
+        {"Track 1//Enabled", -1, "Wrong line or key."},
+        {"Track 1/Media/", -1, "Wrong line or key."},
+    };
+    for (const auto& c : cases) {
+        auto r = ExtractInfo(kReport, c.key);
+        EXPECT_EQ(r.code, c.code) << c.key;
+        EXPECT_EQ(r.value, c.value) << c.key;
+    }
+}
+
+TEST(ExtractInfoLabels, NormalisingKeepsOrDropsTheParenthesisedTail) {
+    struct Case {
+        const char* label;
+        const char* normalised;
+    } cases[] = {{"Sample Rate (Hz)", "Sample Rate"}, {"Sample Rate\t(Hz)  ", "Sample Rate"},
+                 {"Rate (a) (b)", "Rate (a)"},     {"Trailing  ", "Trailing  "},
+                 {"(Hz)", ""},                     {"Hz)", ""},
+                 {"   ", ""},                       {"x(y)", "x"}};
+    for (const auto& c : cases) EXPECT_EQ(NormaliseLabel(c.label), c.normalised) << c.label;
+}
+
+TEST(ExtractInfoFunction, AnswersValuesOrStatusTextsThroughTheHost) {
+    TempFolder folder;
+    vdhost::SessionOptions options;
+    options.database = folder / "x.vddb";
+    options.pluginFolders = {VD_PLUGIN_DIR};
+    vdhost::Session session(options);
+    vdhost::calc::Variables locals;
+    auto eval = [&](const std::u16string& text) { return vdhost::utf8Of(session.evaluate(text, locals)); };
+    EXPECT_EQ(eval(u"Vandrel_ExtractInfo ( \"a: 1¶b: 2\" )"), "2");
+    EXPECT_EQ(eval(u"Vandrel_ExtractInfo ( \"a: 1¶b:   2\" ; \"b\" )"), "2");
+    EXPECT_EQ(eval(u"Vandrel_ExtractInfo ( \"a: 1\" ; \"c\" )"), "$-43:Vandrel_ExtractInfo: Requested key was not found.");
+    EXPECT_EQ(eval(u"Vandrel_GetLastError"), "$-43:Vandrel_ExtractInfo: Requested key was not found.");
+    EXPECT_EQ(eval(u"Vandrel_ExtractInfo ( \"a\" ; 5 )"), "$-1:Vandrel_ExtractInfo: Could not copy indexed line.");
+    EXPECT_EQ(eval(u"Vandrel_ExtractInfo ( \"a\" ; \"99999999999\" )"), "$-50:Vandrel_ExtractInfo: Wrong parameter(s).");
+    EXPECT_EQ(eval(u"Vandrel_ExtractInfo ( \"a: 1\" ; 1 ) & Vandrel_GetLastError"), "1$0:Vandrel_ExtractInfo: No error.");
+}
+
+}  // namespace
+}  // namespace vdtest
