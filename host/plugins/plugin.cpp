@@ -21,8 +21,11 @@ Plugin::Plugin(const fs::path& bundle) : bundle_(fs::absolute(bundle)) {
     if (!fs::is_regular_file(module))
         throw PluginLoadError(bundle_.filename().string() + ": no module " + module.filename().string() +
                               " in the bundle");
-    // RTLD_LOCAL: two plug-ins may use the same internal names.
-    void* handle = dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
+    // RTLD_LOCAL: two plug-ins may use the same internal names. RTLD_NODELETE: like a host
+    // application, we keep a plug-in's code mapped until exit even after shutting it down, so that
+    // nothing it handed out (thread-local destructors, callbacks a library still holds) can point into
+    // unmapped memory, and its static objects stay visible to leak checkers.
+    void* handle = dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     if (!handle) throw PluginLoadError(bundle_.filename().string() + ": " + dlerror());
     module_.reset(handle);
     entry_ = reinterpret_cast<FMX_ExternCallProc>(dlsym(handle, FMX_ENTRY_POINT_NAME));
