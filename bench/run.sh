@@ -11,3 +11,18 @@ if [ -x "$build/bin/host_call_bench" ]; then
   "$build/bin/host_call_bench" --benchmark_repetitions=5 --benchmark_report_aggregates_only=true \
     --benchmark_out=out/bench/host_calls.json --benchmark_out_format=json | tee out/bench/host_calls.txt
 fi
+
+if [ -x "$build/bin/file_functions_bench" ]; then
+  echo "== folder listing and tree delete through the host (targets: <= 2.0 x ls -f, <= 1.2 x rm -rf)"
+  "$build/bin/file_functions_bench" "$build/plugins" | tee out/bench/file_functions.txt
+fi
+
+if [ -x "$build/bin/sound_synthesis_bench" ]; then
+  echo "== Vandrel_CreateSound of 60 s through vdhost against sox synth (target: ratio <= 1.0)"
+  "$build/bin/sound_synthesis_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/sound_synthesis.txt
+fi
+
+if [ -x "$build/bin/waveform_bench" ]; then
+  echo "== Vandrel_DrawWaveform 1800 x 280 of a 10-minute WAV through vdhost against ffmpeg showwavespic (target: ratio <= 0.2)"
+  "$build/bin/waveform_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/waveform.txt
+fi

@@ -10,8 +10,12 @@ packages=(
   libsqlite3-dev libedit-dev
   # plug-in: settings compression, the media layer (FFmpeg) and images (libvips)
   zlib1g-dev libavformat-dev libavcodec-dev libswresample-dev libavutil-dev libvips-dev
+  # the dialog module (GTK 3, loaded only when a dialog is shown) and opening items with their application
+  libgtk-3-dev xdg-utils
   # tests and benchmarks (ffmpeg and sox make fixtures and are the tools we measure against)
   libgtest-dev libgmock-dev libbenchmark-dev ffmpeg sox libsox-fmt-mp3
+  # the test that shows the real GTK chooser on a virtual display
+  xvfb
 )
 
 # ./scripts/install-deps.sh --fuzz adds what the libFuzzer configuration needs.

@@ -1,9 +1,13 @@
 #include "frame/function_table.h"
 
+#include "files/functions/file_functions.h"
 #include "frame/last_error_function.h"
 #include "frame/not_implemented.h"
 #include "frame/version_function.h"
+#include "sound/create_sound_function.h"
 #include "sound/extract_info_function.h"
+#include "sound/sound_info_function.h"
+#include "sound/waveform_function.h"
 
 #include <array>
 
@@ -27,8 +31,8 @@ constexpr FunctionEntry Image(int16_t id, const char* name, const char* prototyp
 }
 
 constexpr FunctionEntry File(int16_t id, const char* name, const char* prototype, int16_t minArgs,
-                             int16_t maxArgs) {
-    return Numbered(FunctionGroup::File, id, name, prototype, minArgs, maxArgs);
+                             int16_t maxArgs, Handler handler = NotImplemented) {
+    return Numbered(FunctionGroup::File, id, name, prototype, minArgs, maxArgs, handler);
 }
 
 // Old releases listed a scrap-type function here; its ids stay used up so later ids never move.
@@ -47,10 +51,10 @@ constexpr auto kUI = kShownEverywhere;
 constexpr std::array kTable{
     Sound(1, "Vandrel_Version", 1, 1, kNoUI, VersionFunction),
     Sound(2, "Vandrel_PlaySound", 1, 4, kUI),
-    Sound(3, "Vandrel_CreateSound", 1, -1, kNoUI),
+    Sound(3, "Vandrel_CreateSound", 1, -1, kNoUI, sound::CreateSoundFunction),
     Sound(4, "Vandrel_AppendSound", 2, 2, kNoUI),
     Sound(5, "Vandrel_ExtractSound", 3, 3, kNoUI),
-    Sound(6, "Vandrel_GetSoundInfo", 1, 1, kNoUI),
+    Sound(6, "Vandrel_GetSoundInfo", 1, 1, kNoUI, sound::SoundInfoFunction),
     Sound(7, "Vandrel_MixSounds", 2, 2, kNoUI),
     Sound(8, "Vandrel_SoundFormatDialog", 1, 1, kUI),
     Sound(9, "Vandrel_ConvertSound", 3, -1, kNoUI),
@@ -71,7 +75,7 @@ constexpr std::array kTable{
     Sound(24, "Vandrel_GetMetadata", 1, 3, kNoUI),
     Sound(25, "Vandrel_PlayPause", 0, 1, kUI),
     Sound(26, "Vandrel_Normalize", 1, 1, kNoUI),
-    Sound(27, "Vandrel_DrawWaveform", 6, 8, kUI),
+    Sound(27, "Vandrel_DrawWaveform", 6, 8, kUI, sound::DrawWaveformFunction),
 
     Image(51, "Vandrel_ExportField", "Vandrel_ExportField ( container ; path ; replace )", 3, 3),
     Image(52, "Vandrel_TScale", "Vandrel_TScale ( xScale ; yScale )", 2, 2),
@@ -91,20 +95,20 @@ constexpr std::array kTable{
     Image(62, "Vandrel_EffectApply", "Vandrel_EffectApply ( container ; effectDescription [; container2 ] )", 2, 3),
     Image(63, "Vandrel_InsertImage", "Vandrel_InsertImage ( filepath ; byReference )", 2, 2),
     // The file group is registered from inside the image group, after its thirteenth entry.
-    File(64, "Vandrel_SetDefaultFolder", "Vandrel_SetDefaultFolder ( path )", 1, 1),
-    File(65, "Vandrel_GetDefaultFolder", "Vandrel_GetDefaultFolder", 0, 0),
-    File(66, "Vandrel_CopyItem", "Vandrel_CopyItem ( source ; dest ; replace )", 3, 3),
-    File(67, "Vandrel_MoveItem", "Vandrel_MoveItem ( source ; dest )", 2, 2),
-    File(68, "Vandrel_DeleteItem", "Vandrel_DeleteItem ( item ; folderFlag )", 2, 2),
-    File(69, "Vandrel_RenameItem", "Vandrel_RenameItem ( item ; newName )", 2, 2),
-    File(70, "Vandrel_CreateFolder", "Vandrel_CreateFolder ( enclosingFolder ; newFolderName )", 2, 2),
-    File(71, "Vandrel_ListFolder", "Vandrel_ListFolder ( enclosingFolder ; listAll )", 2, 2),
-    File(72, "Vandrel_GetItemInfo", "Vandrel_GetItemInfo ( item )", 1, 1),
-    File(73, "Vandrel_CreateAlias", "Vandrel_CreateAlias ( targetItem ; alias )", 2, 2),
-    File(74, "Vandrel_OpenItem", "Vandrel_OpenItem ( item )", 1, 1),
-    File(75, "Vandrel_ListDisks", "Vandrel_ListDisks", 0, 0),
-    File(76, "Vandrel_GetPath", "Vandrel_GetPath ( container )", 1, 2),
-    File(77, "Vandrel_GetName", "Vandrel_GetName ( container )", 1, 1),
+    File(64, "Vandrel_SetDefaultFolder", "Vandrel_SetDefaultFolder ( path )", 1, 1, files::SetDefaultFolderFunction),
+    File(65, "Vandrel_GetDefaultFolder", "Vandrel_GetDefaultFolder", 0, 0, files::GetDefaultFolderFunction),
+    File(66, "Vandrel_CopyItem", "Vandrel_CopyItem ( source ; dest ; replace )", 3, 3, files::CopyItemFunction),
+    File(67, "Vandrel_MoveItem", "Vandrel_MoveItem ( source ; dest )", 2, 2, files::MoveItemFunction),
+    File(68, "Vandrel_DeleteItem", "Vandrel_DeleteItem ( item ; folderFlag )", 2, 2, files::DeleteItemFunction),
+    File(69, "Vandrel_RenameItem", "Vandrel_RenameItem ( item ; newName )", 2, 2, files::RenameItemFunction),
+    File(70, "Vandrel_CreateFolder", "Vandrel_CreateFolder ( enclosingFolder ; newFolderName )", 2, 2, files::CreateFolderFunction),
+    File(71, "Vandrel_ListFolder", "Vandrel_ListFolder ( enclosingFolder ; listAll )", 2, 2, files::ListFolderFunction),
+    File(72, "Vandrel_GetItemInfo", "Vandrel_GetItemInfo ( item )", 1, 1, files::GetItemInfoFunction),
+    File(73, "Vandrel_CreateAlias", "Vandrel_CreateAlias ( targetItem ; alias )", 2, 2, files::CreateAliasFunction),
+    File(74, "Vandrel_OpenItem", "Vandrel_OpenItem ( item )", 1, 1, files::OpenItemFunction),
+    File(75, "Vandrel_ListDisks", "Vandrel_ListDisks", 0, 0, files::ListDisksFunction),
+    File(76, "Vandrel_GetPath", "Vandrel_GetPath ( container )", 1, 2, files::GetPathFunction),
+    File(77, "Vandrel_GetName", "Vandrel_GetName ( container )", 1, 1, files::GetNameFunction),
     Placeholder(78), Placeholder(79), Placeholder(80), Placeholder(81), Placeholder(82),
     Placeholder(83), Placeholder(84), Placeholder(85), Placeholder(86),
     Image(87, "Vandrel_TResize", "Vandrel_TResize ( xDim ; yDim )", 2, 2),

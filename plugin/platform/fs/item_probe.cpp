@@ -2,6 +2,8 @@
 
 #include <cerrno>
 
+#include "platform/fs/file_status_codes.h"
+
 #include <sys/stat.h>
 
 namespace vd::platform::fs {
@@ -16,6 +18,14 @@ util::Status StatusFromErrno(int error) {
         case EPERM: return util::kPermissionDenied;
         case ENAMETOOLONG: return util::kBadName;
         case ENOMEM: return util::kMemoryFull;
+        // Item operations meet these; each has a code users already know from the message table.
+        case EEXIST:
+        case ENOTEMPTY: return kAlreadyExists;
+        case ENOSPC:
+        case EDQUOT: return kDiskFull;
+        case EROFS: return kDiskLocked;
+        case EBUSY:
+        case ETXTBSY: return kFileBusy;
         default: return util::kIoError;
     }
 }

@@ -12,6 +12,7 @@ PixelBuffer::PixelBuffer(int32_t width, int32_t height)
 
 std::optional<PixelBuffer> PixelBuffer::Make(int32_t width, int32_t height) {
     if (width < 1 || height < 1 || width > kMaxSide || height > kMaxSide) return std::nullopt;
+    if (int64_t(width) * height > kMaxPixels) return std::nullopt;
     try {
         return PixelBuffer(width, height);
     } catch (const std::bad_alloc&) {

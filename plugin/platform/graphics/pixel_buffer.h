@@ -18,9 +18,11 @@ class PixelBuffer {
 public:
     // Largest side we make; a size from user input is checked against it before any allocation.
     static constexpr int32_t kMaxSide = 16384;
+    // And the most pixels in all (256 MB of RGBA): two largest sides together would be a gigabyte.
+    static constexpr int64_t kMaxPixels = int64_t(1) << 26;
 
-    // Nothing when a side is not in 1..kMaxSide (or the memory cannot be had). New pixels are
-    // opaque white, the pen is at (0, 0) and the colour is opaque black.
+    // Nothing when a side is not in 1..kMaxSide, the area is above kMaxPixels (or the memory
+    // cannot be had). New pixels are opaque white, the pen is at (0, 0) and the colour is opaque black.
     static std::optional<PixelBuffer> Make(int32_t width, int32_t height);
 
     int32_t Width() const { return width_; }

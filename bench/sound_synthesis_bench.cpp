@@ -1,0 +1,104 @@
+// Synthesis of 60 seconds through the host, against the tool a user would pick instead:
+//   vdhost eval 'Vandrel_CreateSound ( "sine" ; 60 ; 440 )' --out x.snd
+//   sox -n -r 44100 -b 16 -c 2 x.wav synth 60 sine 440                 (target: ratio <= 1.0)
+// Both sides are whole program runs, started from here as a script would start them, so ours
+// includes the host's start-up and the plug-in's load; the host's bare start-up (vdhost eval '1')
+// is measured beside them. Medians of the runs; the ratio is ours / theirs.
+//   sound_synthesis_bench VDHOST PLUGIN_DIR
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern char** environ;
+
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+constexpr int kRuns = 7;
+
+double Median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+// Wall time of one run in seconds, its output thrown away; a negative time when it failed.
+double Run(const std::vector<std::string>& args) {
+    std::vector<char*> argv;
+    for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
+    argv.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
+    const auto start = Clock::now();
+    pid_t pid = 0;
+    int rc = posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (rc != 0) return -1;
+    int status = 0;
+    waitpid(pid, &status, 0);
+    const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? seconds : -1;
+}
+
+// The median of kRuns runs after one warm-up run; negative when any run failed.
+double MedianOf(const std::vector<std::string>& args) {
+    if (Run(args) < 0) return -1;
+    std::vector<double> times;
+    for (int i = 0; i < kRuns; ++i) {
+        const double t = Run(args);
+        if (t < 0) return -1;
+        times.push_back(t);
+    }
+    return Median(times);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 3) {
+        std::fprintf(stderr, "usage: %s VDHOST PLUGIN_DIR\n", argv[0]);
+        return 2;
+    }
+    const std::string vdhost = argv[1], plugins = argv[2];
+    std::string pattern = (fs::temp_directory_path() / "vd-synth-bench-XXXXXX").string();
+    if (!mkdtemp(pattern.data())) return 1;
+    const fs::path folder = pattern;
+    const std::string db = (folder / "bench.vddb").string();
+
+    const double startUp = MedianOf({vdhost, "--plugins", plugins, "--db", db, "eval", "1"});
+    const double ours = MedianOf({vdhost, "--plugins", plugins, "--db", db, "--out", (folder / "x.snd").string(), "eval",
+                                  "Vandrel_CreateSound ( \"sine\" ; 60 ; 440 )"});
+    const double sox = MedianOf({"sox", "-n", "-r", "44100", "-b", "16", "-c", "2", (folder / "x.wav").string(), "synth",
+                                 "60", "sine", "440"});
+    const auto snd = fs::exists(folder / "x.snd") ? fs::file_size(folder / "x.snd") : 0;
+    std::error_code ec;
+    fs::remove_all(folder, ec);
+
+    std::printf("runs: median of %d after one warm-up\n", kRuns);
+    std::printf("start-up   vdhost eval '1'                                  %8.3f s\n", startUp);
+    if (ours < 0) {
+        std::printf("Vandrel_CreateSound failed\n");
+        return 1;
+    }
+    std::printf("ours       Vandrel_CreateSound (\"sine\";60;440) --out   %8.3f s  (\"snd \" stream %llu bytes)\n", ours,
+                static_cast<unsigned long long>(snd));
+    if (sox < 0) {
+        std::printf("sox        not available\n");
+        return 0;
+    }
+    std::printf("theirs     sox -n -r 44100 -b 16 -c 2 x.wav synth 60 sine 440  %8.3f s\n", sox);
+    std::printf("ratio      %.2f (target <= 1.0)\n", ours / sox);
+    return 0;
+}

@@ -1,0 +1,97 @@
+#include "container/movie_parameter.h"
+
+#include "container/database_location.h"
+#include "container/sound_resource_movie.h"
+#include "container/stream_types.h"
+#include "frame/args/arguments.h"
+#include "frame/args/host_binary.h"
+#include "frame/args/host_data.h"
+#include "frame/args/host_exprenv.h"
+#include "platform/media/movie_from_file.h"
+
+#include <new>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <sys/stat.h>
+
+namespace vd::container {
+
+namespace {
+
+constexpr int32_t kFileNotFound = -43;
+
+std::string_view Cut(std::string_view text, size_t limit) { return text.substr(0, limit); }
+
+// A reference text or path opened as a movie.
+int32_t OpenReference(std::string_view text, media::Movie& movie) {
+    util::FileLocation location;
+    if (int32_t e = ResolveAgainstDatabase(Cut(text, kReferenceTextLimit), location)) return e;
+    return media::MovieFromFile(util::FullPath(location), movie);
+}
+
+bool IsExistingFile(std::string_view line, std::string& path) {
+    util::FileLocation location;
+    if (ResolveAgainstDatabase(line, location) != 0 || !location.leafName.empty()) return false;
+    path = util::FullPath(location);
+    struct stat info {};
+    return ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+}
+
+// The lines of a by-reference container ("size:w,h", a relative and an absolute reference) tried
+// in order until one names a file.
+int32_t OpenStoredReference(const FMX_Data* parameter, media::Movie& movie) {
+    const std::string text = ArgCText(host::DataGetAsText(parameter));
+    const std::string_view kept = Cut(text, kStoredReferenceLimit);
+    for (size_t start = 0; start < kept.size();) {
+        size_t end = kept.find_first_of("\r\n", start);
+        if (end == std::string_view::npos) end = kept.size();
+        std::string path;
+        if (end > start && IsExistingFile(Cut(kept.substr(start, end - start), kReferenceTextLimit), path))
+            return media::MovieFromFile(path, movie);
+        start = end + 1;
+    }
+    return kFileNotFound;
+}
+
+int32_t OpenSoundStream(const FMX_BinaryData* binary, media::Movie& movie) {
+    host::OwnedQuadChar type(host::NewQuadChar('s', 'n', 'd', ' '));
+    const int32_t index = host::BinaryGetIndex(binary, type.get());
+    if (index < 0) return kNoSoundStream;
+    std::vector<uint8_t> bytes;
+    try {
+        bytes.resize(host::BinaryGetSize(binary, index));
+    } catch (const std::bad_alloc&) {
+        return -108;
+    }
+    if (!bytes.empty())
+        if (FMX_ErrCode e = host::BinaryGetData(binary, index, 0, uint32_t(bytes.size()), bytes.data())) return e;
+    return MovieFromSoundResource(bytes, movie);
+}
+
+}  // namespace
+
+int32_t MovieFromParameter(const FMX_DataVect* args, uint32_t index, media::Movie& movie, bool& found) {
+    found = false;
+    if (index >= ArgCount(args)) return -50;
+    const FMX_Data* parameter = ArgData(args, index);
+    if (ArgEmpty(parameter)) return 0;
+    int32_t e = 0;
+    media::Movie opened;
+    switch (ArgType(parameter)) {
+        case FMX_TYPE_TEXT: e = OpenReference(ArgCText(host::DataGetAsText(parameter)), opened); break;
+        case FMX_TYPE_BINARY: {
+            const FMX_BinaryData* binary = host::DataGetBinaryData(parameter);
+            e = host::BinaryGetCount(binary) > 0 ? OpenSoundStream(binary, opened) : OpenStoredReference(parameter, opened);
+            break;
+        }
+        default: return 0;
+    }
+    if (e) return e;
+    movie = std::move(opened);
+    found = true;
+    return 0;
+}
+
+}  // namespace vd::container

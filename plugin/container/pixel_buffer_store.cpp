@@ -1,0 +1,26 @@
+#include "container/pixel_buffer_store.h"
+
+#include "container/stream_types.h"
+#include "container/streams.h"
+#include "frame/args/host_binary.h"
+#include "frame/args/results.h"
+#include "platform/graphics/jpeg_codec.h"
+
+#include <vector>
+
+namespace vd::container {
+
+int32_t StorePixelBufferAsJpeg(FMX_Data* result, const platform::PixelBuffer& buffer) {
+    const int32_t width = buffer.Width() - 1, height = buffer.Height() - 1;
+    if (width < 1 || height < 1) return platform::kGraphicsBadParameter;
+    std::vector<uint8_t> jpeg;
+    if (platform::GraphicsStatus s = platform::EncodeJpeg(buffer, width, height, platform::kJpegBestQuality, jpeg))
+        return s;
+    host::OwnedBinaryData binary(host::NewBinaryData());
+    if (FMX_ErrCode e = AddTypedStream(binary.get(), kJpegStream, uint32_t(jpeg.size()), jpeg.data())) return e;
+    // Sides are at most PixelBuffer::kMaxSide - 1, so they fit the 16-bit fields.
+    if (FMX_ErrCode e = AddSizeStream(binary.get(), uint16_t(width), uint16_t(height))) return e;
+    return SetResultBinary(result, binary.get());
+}
+
+}  // namespace vd::container

@@ -1,0 +1,42 @@
+#include "container/sound_container.h"
+
+#include "container/sound_resource.h"
+#include "container/stream_types.h"
+#include "container/streams.h"
+#include "frame/args/host_binary.h"
+#include "frame/args/results.h"
+#include "platform/media/sound_converter.h"
+
+#include <new>
+
+namespace vd::container {
+
+namespace {
+
+constexpr int32_t kStoredRate = 44100;
+constexpr uint64_t kMaxStreamSamples = 0xFFFFFFFFull - kSoundSamplesOffset;  // a stream's size is 32 bits
+
+}  // namespace
+
+int32_t SoundResourceOfMovie(const media::Movie& movie, std::vector<uint8_t>& stream) {
+    const media::Track* track = movie.FirstSoundTrack();
+    if (!track) return media::kInvalidTrack;
+    std::vector<uint8_t> samples;
+    if (media::Status s = media::ConvertToMono8(track->media, kStoredRate, kMaxStreamSamples, samples)) return s;
+    try {
+        stream = BuildSoundResource(samples.data(), samples.size());
+    } catch (const std::bad_alloc&) {
+        return media::kMemoryFull;
+    }
+    return 0;
+}
+
+int32_t StoreMovieAsSound(FMX_Data* result, const media::Movie& movie) {
+    std::vector<uint8_t> stream;
+    if (int32_t e = SoundResourceOfMovie(movie, stream)) return e;
+    host::OwnedBinaryData binary(host::NewBinaryData());
+    if (FMX_ErrCode e = AddTypedStream(binary.get(), kSoundStream, uint32_t(stream.size()), stream.data())) return e;
+    return SetResultBinary(result, binary.get());
+}
+
+}  // namespace vd::container

@@ -1,0 +1,27 @@
+// Vandrel_DeleteItem's operation.
+#include "files/default_folder.h"
+#include "files/file_operations.h"
+#include "platform/fs/file_status_codes.h"
+#include "platform/fs/item_operations.h"
+#include "platform/fs/tree_delete.h"
+
+namespace vd::files {
+
+FileOutcome DeleteItem(const PathArgument& argument, bool folderFlag) {
+    const ResolvedItem item = ResolveFilePath(argument, DefaultFolder());
+    if (!item.Exists()) return FailedToResolve(item, "Source item not found");
+    const std::string path = item.Path();
+    // The item itself decides: a link to a folder is an alias file and goes without the flag, and
+    // its folder is never entered.
+    const platform::fs::ItemProbe itself = platform::fs::ProbeItemItself(path);
+    if (itself.status != util::kNoError) return Failed(itself.status, "DeleteItem failed");
+    if (!folderFlag && itself.kind == platform::fs::ItemKind::Folder) {
+        return Failed(platform::fs::kNotAFile, "folderFlag must be set to delete a directory");
+    }
+    if (const util::Status status = platform::fs::DeleteItemTree(path); status != util::kNoError) {
+        return Failed(status, "DeleteItem failed");
+    }
+    return Succeeded({}, &item);
+}
+
+}  // namespace vd::files

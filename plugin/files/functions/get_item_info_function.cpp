@@ -1,0 +1,14 @@
+#include "files/file_operations.h"
+#include "files/functions/file_functions.h"
+#include "frame/args/arg_count.h"
+#include "frame/args/arguments.h"
+
+namespace vd::files {
+
+FMX_ErrCode GetItemInfoFunction(const FunctionCall& call) {
+    VDSError& error = Begin("Vandrel_GetItemInfo");
+    if (CheckArgCount(call.args, 1)) return Answer(error, call.result, WrongArgumentCount(1));
+    return Answer(error, call.result, GetItemInfo(ReadPathArgument(call.args, 0)));
+}
+
+}  // namespace vd::files

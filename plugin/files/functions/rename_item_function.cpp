@@ -1,0 +1,16 @@
+#include "files/file_operations.h"
+#include "files/functions/file_functions.h"
+#include "frame/args/arg_count.h"
+#include "frame/args/arguments.h"
+
+namespace vd::files {
+
+FMX_ErrCode RenameItemFunction(const FunctionCall& call) {
+    VDSError& error = Begin("Vandrel_RenameItem");
+    if (CheckArgCount(call.args, 2)) return Answer(error, call.result, WrongArgumentCount(2));
+    const PathArgument item = ReadPathArgument(call.args, 0);
+    const std::string newName = ArgCText(ArgText(call.args, 1));
+    return Answer(error, call.result, RenameItem(item, newName));
+}
+
+}  // namespace vd::files

@@ -1,0 +1,28 @@
+#include "files/path_argument.h"
+
+#include "frame/args/arguments.h"
+#include "frame/args/host_binary.h"
+
+namespace vd::files {
+
+namespace {
+
+constexpr int32_t kTextType = 1;
+constexpr int32_t kContainerType = 6;
+
+}  // namespace
+
+PathArgument ReadPathArgument(const FMX_DataVect* args, uint32_t index) {
+    PathArgument argument;
+    const FMX_Data* data = ArgData(args, index);
+    const int32_t type = ArgType(data);
+    argument.isText = type == kTextType;
+    if (type == kContainerType) {
+        const FMX_BinaryData* binary = host::DataGetBinaryData(data);
+        argument.holdsContainerData = binary && host::BinaryGetCount(binary) > 0;
+    }
+    argument.text = ArgCText(ArgText(args, index));
+    return argument;
+}
+
+}  // namespace vd::files

@@ -1,0 +1,29 @@
+// Vandrel_RenameItem's operation.
+#include "files/default_folder.h"
+#include "files/file_operations.h"
+#include "platform/fs/item_operations.h"
+
+namespace vd::files {
+
+namespace {
+
+constexpr const char* kFailed = "RenameItem failed";
+
+}  // namespace
+
+FileOutcome RenameItem(const PathArgument& argument, const std::string& newName) {
+    const ResolvedItem item = ResolveFilePath(argument, DefaultFolder());
+    if (!item.Exists()) return FailedToResolve(item, kFailed);
+    if (!platform::fs::IsUsableName(newName)) return Failed(util::kBadName, kFailed);
+    const std::string path = item.Path();
+    const size_t slash = path.rfind('/');
+    if (slash + 1 == path.size()) return Failed(util::kBadParameter, kFailed);  // "/" has no name to change
+    const std::string renamed = path.substr(0, slash + 1) + newName;
+    if (renamed == path) return Succeeded({}, &item);
+    if (const util::Status status = platform::fs::RenameWithoutReplacing(path, renamed); status != util::kNoError) {
+        return Failed(status, kFailed);
+    }
+    return Succeeded({}, &item);
+}
+
+}  // namespace vd::files

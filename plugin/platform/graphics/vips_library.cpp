@@ -1,0 +1,50 @@
+#include "platform/graphics/vips_library.h"
+
+#include <vips/vips.h>
+
+#include <atomic>
+#include <mutex>
+#include <string_view>
+
+namespace vd::platform {
+
+namespace {
+
+thread_local std::string tLastDetail;
+std::atomic<bool> gStarted{false};
+
+bool Mentions(std::string_view text, std::string_view word) { return text.find(word) != std::string_view::npos; }
+
+}  // namespace
+
+GraphicsStatus StartVips() {
+    static std::once_flag once;
+    std::call_once(once, [] {
+        if (vips_init("vandrel") != 0) {
+            StatusFromVipsError(GraphicsStep::kStarting);
+            return;
+        }
+        // Each picture is encoded once and thrown away, so libvips's cache of operations would
+        // only hold memory (and open images) between calls.
+        vips_cache_set_max(0);
+        gStarted = true;
+    });
+    return gStarted ? kGraphicsOk : kGraphicsNoComponent;
+}
+
+bool VipsStarted() { return gStarted; }
+
+GraphicsStatus StatusFromVipsError(GraphicsStep step) {
+    tLastDetail = vips_error_buffer();
+    vips_error_clear();
+    if (step == GraphicsStep::kStarting) return kGraphicsNoComponent;
+    if (Mentions(tLastDetail, "out of memory") || Mentions(tLastDetail, "unable to allocate"))
+        return kGraphicsMemoryFull;
+    if (Mentions(tLastDetail, "is not a known") || Mentions(tLastDetail, "class not found"))
+        return kGraphicsNoComponent;
+    return step == GraphicsStep::kDecoding ? kGraphicsCorruptImage : kGraphicsInternal;
+}
+
+const std::string& LastGraphicsErrorDetail() { return tLastDetail; }
+
+}  // namespace vd::platform

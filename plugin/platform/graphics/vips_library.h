@@ -1,0 +1,27 @@
+// libvips, started on first use and never at load: the plug-in must start fast on a machine where
+// no picture is ever drawn. Every failure of the library becomes a status here, in one place.
+#pragma once
+
+#include "platform/graphics/graphics_status.h"
+
+#include <string>
+
+namespace vd::platform {
+
+// Starts libvips once per process. kGraphicsNoComponent when it cannot be started.
+GraphicsStatus StartVips();
+// Whether StartVips has succeeded already (a cheap check, for callers deciding whether to start it).
+bool VipsStarted();
+
+// Where in our work libvips failed: the same error means "no such picture" when reading and "the
+// library broke" when writing; any failure to start means we have no picture components at all.
+enum class GraphicsStep { kStarting, kDecoding, kEncoding };
+
+// The status for the failure libvips has just reported. Reads its error buffer (kept as the detail
+// of LastGraphicsErrorDetail) and clears it, so that the next failure does not carry this one's text.
+GraphicsStatus StatusFromVipsError(GraphicsStep step);
+
+// The library's text of the last failure on this thread ("" after none).
+const std::string& LastGraphicsErrorDetail();
+
+}  // namespace vd::platform

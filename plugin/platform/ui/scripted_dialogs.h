@@ -1,0 +1,29 @@
+// Dialogs answered from a file instead of a person. The file holds one answer a line, taken in
+// order, one per dialog:
+//
+//   choose-folder /path/of/a/folder
+//   choose-file /path/of/a/file
+//   cancel
+//   ok
+//
+// Blank lines and lines starting with "#" are skipped. Where the process stands in the file is
+// kept between dialogs and starts again from the top when the file is replaced or changed, so a
+// test can write a fresh script before each step.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/ui/dialog_service.h"
+
+namespace vd::platform::ui {
+
+// Answers the request from the next answer of the file. An answer that does not fit the dialog
+// (a file for a folder chooser, "ok" for a chooser ...), a chosen item that is missing or of the
+// wrong kind, or a script that has run out, fails with a status and a detail that says so.
+DialogAnswer AnswerFromScript(const std::string& scriptPath, const DialogRequest& request);
+
+// The answer a single script line gives to the request (no file access but checking the item).
+DialogAnswer AnswerFromLine(std::string_view line, const DialogRequest& request);
+
+}  // namespace vd::platform::ui

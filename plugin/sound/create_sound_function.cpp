@@ -1,0 +1,42 @@
+#include "sound/create_sound_function.h"
+
+#include "container/sound_container.h"
+#include "frame/args/arguments.h"
+#include "frame/args/results.h"
+#include "frame/errors/vds_error.h"
+#include "sound/create_sound.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace vd::sound {
+
+namespace {
+
+constexpr uint16_t kArgumentsRead = 3;  // waveform, duration, frequency; later ones are not read
+
+FMX_ErrCode Failure(VDSError& error, const FunctionCall& call, int32_t code, const std::string& message) {
+    error.SetCode(code);
+    if (!message.empty()) error.SetMessage(message);
+    return SetResultUtf8(call.result, error.StatusText());
+}
+
+}  // namespace
+
+FMX_ErrCode CreateSoundFunction(const FunctionCall& call) {
+    VDSError& error = Begin("Vandrel_CreateSound");
+    std::vector<std::string> arguments;
+    const uint16_t count = std::min(ArgCount(call.args), kArgumentsRead);
+    for (uint16_t i = 0; i < count; ++i) arguments.push_back(ArgCText(ArgText(call.args, i)));
+
+    media::Movie movie;
+    SoundOutcome outcome = CreateSound(arguments, movie);
+    if (outcome.code != 0) return Failure(error, call, outcome.code, outcome.message);
+    if (int32_t e = container::StoreMovieAsSound(call.result, movie))
+        return Failure(error, call, e, "Could not set sound container.");
+    error.SetCode(0);
+    return 0;
+}
+
+}  // namespace vd::sound

@@ -1,0 +1,147 @@
+// Vandrel_GetItemInfo and Vandrel_ListFolder on real trees.
+#include "plugin/files/file_test_support.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+namespace vdtest {
+namespace {
+
+using ItemInfo = FileFunctionsTest;
+using ListFolder = FileFunctionsTest;
+
+std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    size_t start = 0;
+    for (size_t end; (end = text.find('\r', start)) != std::string::npos; start = end + 1)
+        lines.push_back(text.substr(start, end - start));
+    if (start < text.size()) lines.push_back(text.substr(start));
+    return lines;
+}
+
+TEST_F(ItemInfo, FileReportHasTenLinesFromTheInodeAndTheFinderAttributes) {
+    const auto file = Work() / "Read me.txt";
+    Write(file, "12345");
+    if (!SetAttribute(file, "user.com.apple.FinderInfo", FinderInfoBytes("TEXT", "ttxt", 0x4000)) ||
+        !SetAttribute(file, "user.com.apple.ResourceFork", std::string(300, 'r'))) {
+        GTEST_SKIP() << "the temporary folder keeps no user attributes";
+    }
+    chmod(file.c_str(), 0444);
+    const std::string report = Call(u"Vandrel_GetItemInfo ( $a )", {file.string()});
+    const auto lines = Lines(report);
+    ASSERT_EQ(lines.size(), 10u) << report;
+    EXPECT_EQ(report.back(), '\r');
+    EXPECT_TRUE(lines[0].starts_with("Created: ")) << lines[0];
+    EXPECT_TRUE(lines[1].starts_with("Modified: ")) << lines[1];
+    EXPECT_EQ(lines[1].size(), std::string("Modified: dd-mm-yyyy hh:mm:ss").size());
+    EXPECT_EQ(lines[2], "Invisible: 1");  // the Finder flag, though the name has no "."
+    EXPECT_EQ(lines[3], "Directory: 0");
+    EXPECT_EQ(lines[4], "Data size (b): 5");
+    EXPECT_EQ(lines[5], "Resource size (b): 300");
+    EXPECT_EQ(lines[6], "Locked: 1");
+    EXPECT_EQ(lines[7], "Alias: 0");
+    EXPECT_EQ(lines[8], "Type: TEXT");
+    EXPECT_EQ(lines[9], "Creator: ttxt");
+    EXPECT_EQ(LastError(), "$0:Vandrel_GetItemInfo: No error.");
+}
+
+TEST_F(ItemInfo, FolderReportHasFourLinesAndPlainFilesHaveNoTypeOrLock) {
+    std::filesystem::create_directories(Work() / ".hidden folder");
+    // A path that starts with "." is a special-folder code; the full path reaches the folder.
+    const auto folder = Lines(Call(u"Vandrel_GetItemInfo ( $a )", {(Work() / ".hidden folder").string()}));
+    ASSERT_EQ(folder.size(), 4u);
+    EXPECT_EQ(folder[2], "Invisible: 1");
+    EXPECT_EQ(folder[3], "Directory: 1");
+
+    Write(Work() / "plain");
+    const auto file = Lines(Call(u"Vandrel_GetItemInfo ( \"plain\" )"));
+    ASSERT_EQ(file.size(), 10u);
+    EXPECT_EQ(file[2], "Invisible: 0");
+    EXPECT_EQ(file[6], "Locked: 0");
+    EXPECT_EQ(file[8], "Type: ");
+    EXPECT_EQ(file[9], "Creator: ");
+}
+
+TEST_F(ItemInfo, SymbolicLinksAreAliasesEvenWhenBroken) {
+    std::filesystem::create_directory_symlink(Home(), Work() / "to home");
+    std::filesystem::create_symlink(Work() / "gone", Work() / "broken");
+    for (const char* name : {"to home", "broken"}) {
+        const auto lines = Lines(Call(u"Vandrel_GetItemInfo ( $a )", {name}));
+        ASSERT_EQ(lines.size(), 10u) << name;
+        EXPECT_EQ(lines[3], "Directory: 0") << name;
+        EXPECT_EQ(lines[7], "Alias: 1") << name;
+    }
+}
+
+TEST_F(ItemInfo, MissingItemsAndContainersFail) {
+    EXPECT_EQ(Call(u"Vandrel_GetItemInfo ( \"nothing here\" )"), "$-43:Vandrel_GetItemInfo: ItemInfo failed");
+    EXPECT_EQ(Call(u"Vandrel_GetItemInfo ( \"/no/such/folder/x\" )"), "$-43:Vandrel_GetItemInfo: ItemInfo failed");
+    // A container with data is not a path.
+    EXPECT_EQ(Call(u"Vandrel_GetItemInfo ( Base64Decode ( \"AAAA\" ; \"a.bin\" ) )"),
+              "$555:Vandrel_GetItemInfo: ItemInfo failed");
+}
+
+TEST_F(ListFolder, MarkersComeInTheirOrderAndWithoutListAllOnlyVisibleFilesShow) {
+    const auto folder = Work() / "list";
+    Write(folder / "visible.txt");
+    Write(folder / ".dotfile");
+    std::filesystem::create_directories(folder / "sub");
+    std::filesystem::create_directories(folder / ".hidden sub");
+    std::filesystem::create_symlink(folder / "visible.txt", folder / ".hidden alias");
+    std::filesystem::create_symlink(folder / "sub", folder / "alias");
+    Write(folder / "flagged");
+    const bool attributes = SetAttribute(folder / "flagged", "user.com.apple.FinderInfo",
+                                         FinderInfoBytes("TEXT", "ttxt", 0x4000));
+
+    std::vector<std::string> all = Lines(Call(u"Vandrel_ListFolder ( \"list\" ; 1 )"));
+    std::sort(all.begin(), all.end());
+    std::vector<std::string> expected = {"^alias", "visible.txt", "~.dotfile", "~^.hidden alias", "ƒsub",
+                                         "ƒ~.hidden sub", attributes ? "~flagged" : "flagged"};
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(all, expected);
+
+    const std::string visible = Call(u"Vandrel_ListFolder ( \"list\" ; 0 )");
+    EXPECT_EQ(visible, attributes ? "visible.txt" : "visible.txt\rflagged") << visible;
+    EXPECT_EQ(LastError(), "$0:Vandrel_ListFolder: No error.");
+}
+
+TEST_F(ListFolder, KeepsTheFileSystemsOrderWithoutTrailingReturn) {
+    const auto folder = Work() / "order";
+    for (int i = 0; i < 50; ++i) Write(folder / ("f" + std::to_string(i)));
+    std::vector<std::string> expected;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) expected.push_back(entry.path().filename());
+    const std::string listing = Call(u"Vandrel_ListFolder ( \"order\" ; 0 )");
+    EXPECT_EQ(Lines(listing), expected);
+    EXPECT_NE(listing.back(), '\r');
+}
+
+TEST_F(ListFolder, EmptyFoldersAndFoldersOfHiddenThingsListAsEmptyText) {
+    std::filesystem::create_directories(Work() / "empty");
+    EXPECT_EQ(Call(u"Vandrel_ListFolder ( \"empty\" ; 1 )"), "");
+    EXPECT_EQ(LastError(), "$0:Vandrel_ListFolder: No error.");
+    std::filesystem::create_directories(Work() / "only hidden" / "sub");
+    Write(Work() / "only hidden" / ".invisible");
+    EXPECT_EQ(Call(u"Vandrel_ListFolder ( \"only hidden\" ; 0 )"), "");
+}
+
+TEST_F(ListFolder, OddNamesArriveAsTheyAre) {
+    const auto folder = Work() / "odd \"names\"";
+    const std::vector<std::string> names = {"Größe ünd Maß.txt", "two  blanks ", "it's \"quoted\"", "a¶b", "日本語"};
+    for (const auto& name : names) Write(folder / name);
+    std::vector<std::string> listed = Lines(Call(u"Vandrel_ListFolder ( $a ; 0 )", {folder.string()}));
+    std::sort(listed.begin(), listed.end());
+    std::vector<std::string> expected = names;
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(listed, expected);
+}
+
+TEST_F(ListFolder, AFileOrAMissingFolderIsRefused) {
+    Write(Work() / "file.txt");
+    EXPECT_EQ(Call(u"Vandrel_ListFolder ( \"file.txt\" ; 1 )"),
+              "$-1407:Vandrel_ListFolder: ListFolder requires destination directory, not file");
+    EXPECT_EQ(Call(u"Vandrel_ListFolder ( \"missing\" ; 1 )"), "$-43:Vandrel_ListFolder: ListFolder failed");
+}
+
+}  // namespace
+}  // namespace vdtest

@@ -1,0 +1,178 @@
+// Vandrel_GetSoundInfo through the host: the report's lines for the common file formats, several
+// tracks, sounds that live in a container, files without sound, and reading values back out.
+#include "sound/sound_info.h"
+
+#include "platform/media/movie_from_file.h"
+#include "plugin/sound/sound_test_support.h"
+
+#include <cctype>
+#include <fstream>
+
+namespace vdtest {
+namespace {
+
+using media::Ffmpeg;
+using media::SineWav;
+
+std::vector<std::string> Lines(const std::string& report) {
+    std::vector<std::string> lines;
+    size_t start = 0;
+    for (size_t end; (end = report.find('\r', start)) != std::string::npos; start = end + 1)
+        lines.push_back(report.substr(start, end - start));
+    if (start < report.size()) lines.push_back(report.substr(start));
+    return lines;
+}
+
+// The value after "label: " on the first line that starts with label (indentation included).
+std::string Field(const std::string& report, const std::string& label) {
+    for (const auto& line : Lines(report))
+        if (line.rfind(label + ": ", 0) == 0) return line.substr(label.size() + 2);
+    return "<missing " + label + ">";
+}
+
+// A line ending in a date text "dd-mm-yyyy hh:mm:ss" with the date replaced by "<date>".
+std::string MaskDate(const std::string& line) {
+    const std::string layout = "00-00-0000 00:00:00";
+    if (line.size() < layout.size()) return line;
+    const size_t at = line.size() - layout.size();
+    for (size_t i = 0; i < layout.size(); ++i) {
+        const char c = line[at + i];
+        if (layout[i] == '0' ? !std::isdigit(static_cast<unsigned char>(c)) : c != layout[i]) return line;
+    }
+    return line.substr(0, at) + "<date>";
+}
+
+class SoundInfoTest : public SoundSessionTest {
+protected:
+    std::string WriteWav(const std::string& name, int64_t frames, int channels) {
+        const auto path = Data() / name;
+        std::ofstream(path, std::ios::binary) << SineWav(frames, channels);
+        return path.string();
+    }
+    std::string Info(const std::string& path) {
+        return Text(u"Vandrel_GetSoundInfo ( $a )", {vdhost::makeTextUtf8(path)});
+    }
+};
+
+TEST_F(SoundInfoTest, WavReportHasEveryLineInOrder) {
+    const std::string report = Info(WriteWav("tone.wav", 44100, 2));
+    std::vector<std::string> lines = Lines(report);
+    for (auto& line : lines) line = MaskDate(line);
+    const std::vector<std::string> expected{
+        "Format: WAVE",
+        "Track 1",
+        "  Volume: 256",
+        "  Duration (s): 000:00:01.000",
+        "  Creation Date (ts): <date>",
+        "  Modification Date (ts): <date>",
+        "  Media",
+        "    Media Duration (s): 000:00:01.000",
+        "    Media Creation Date (ts): <date>",
+        "    Media Modification Date (ts): <date>",
+        "    Media Language: 0",
+        "    Media Quality: 0",
+        "    Sample Description 1",
+        "      Sample Format: sowt",
+        "      Number of Channels: 2",
+        "      Sample Size (b): 16",
+        "      Sample Rate (Hz): 44100",
+        "      Bit Rate (kbps): 1411",
+    };
+    EXPECT_EQ(lines, expected) << report;
+    EXPECT_EQ(report.back(), '\r');
+    EXPECT_EQ(Field(report, "  Creation Date (ts)"), Field(report, "  Modification Date (ts)"));
+
+    // The report is what Vandrel_ExtractInfo reads values from.
+    EXPECT_EQ(Text(u"Vandrel_ExtractInfo ( Vandrel_GetSoundInfo ( $a ) ; "
+                   u"\"Track 1/Media/Sample Description 1/Sample Rate (Hz)\" )",
+                   {vdhost::makeTextUtf8((Data() / "tone.wav").string())}),
+              "44100");
+    EXPECT_EQ(Text(u"Vandrel_ExtractInfo ( Vandrel_GetSoundInfo ( $a ) ; \"Track 1/Volume\" )",
+                   {vdhost::makeTextUtf8((Data() / "tone.wav").string())}),
+              "256");
+}
+
+TEST_F(SoundInfoTest, CompressedAndOtherContainersReportTheirOwnFormats) {
+    VD_REQUIRE_FFMPEG();
+    const std::string wav = WriteWav("source.wav", 44100, 2);
+    const auto aiff = Data() / "tone.aiff", mp3 = Data() / "tone.mp3", aac = Data() / "tone.m4a",
+               alac = Data() / "tone24.m4a";
+    Ffmpeg({"-i", wav, aiff.string()});
+    Ffmpeg({"-i", wav, "-c:a", "libmp3lame", "-b:a", "128k", mp3.string()});
+    Ffmpeg({"-i", wav, "-c:a", "aac", "-b:a", "96k", aac.string()});
+    Ffmpeg({"-i", wav, "-c:a", "alac", "-sample_fmt", "s32p", alac.string()});
+
+    const std::string a = Info(aiff.string());
+    EXPECT_EQ(Field(a, "Format"), "AIFF");
+    EXPECT_EQ(Field(a, "      Sample Format"), "twos");
+    EXPECT_EQ(Field(a, "      Sample Size (b)"), "16");
+    EXPECT_EQ(Field(a, "      Bit Rate (kbps)"), "1411");
+
+    const std::string m = Info(mp3.string());
+    EXPECT_EQ(Field(m, "Format"), "MP3 ");
+    EXPECT_EQ(Field(m, "      Number of Channels"), "2");
+    EXPECT_EQ(Field(m, "      Sample Rate (Hz)"), "44100");
+    EXPECT_EQ(Field(m, "      Bit Rate (kbps)"), "128");
+
+    const std::string c = Info(aac.string());
+    EXPECT_EQ(Field(c, "Format"), "M4A ");
+    EXPECT_EQ(Field(c, "      Sample Rate (Hz)"), "44100");
+    const int kbps = std::atoi(Field(c, "      Bit Rate (kbps)").c_str());
+    EXPECT_GT(kbps, 60) << c;
+    EXPECT_LT(kbps, 130) << c;
+
+    // Apple Lossless reports the bit depth of the sound it holds.
+    const std::string l = Info(alac.string());
+    EXPECT_EQ(Field(l, "      Sample Format"), "alac");
+    EXPECT_EQ(Field(l, "      Sample Size (b)"), "24");
+    EXPECT_TRUE(LeftoverTemporaryFiles().empty());
+}
+
+TEST_F(SoundInfoTest, EveryAudioTrackIsReportedAsTrackOne) {
+    VD_REQUIRE_FFMPEG();
+    const std::string mono = WriteWav("mono.wav", 22050, 1), stereo = WriteWav("stereo.wav", 44100, 2);
+    const auto both = Data() / "two.mov";
+    Ffmpeg({"-i", mono, "-i", stereo, "-map", "0:a", "-map", "1:a", "-c:a", "pcm_s16le", both.string()});
+    const std::string report = Info(both.string());
+    std::vector<std::string> headings;
+    for (const auto& line : Lines(report))
+        if (line.rfind("Track", 0) == 0) headings.push_back(line);
+    EXPECT_EQ(headings, (std::vector<std::string>{"Track 1", "Track 1"})) << report;
+    const size_t second = report.find("Track 1", report.find("Track 1") + 1);
+    EXPECT_EQ(Field(report.substr(0, second), "      Number of Channels"), "1");
+    EXPECT_EQ(Field(report.substr(second), "      Number of Channels"), "2");
+    EXPECT_EQ(Field(report.substr(0, second), "    Media Duration (s)"), "000:00:00.500");
+}
+
+TEST_F(SoundInfoTest, SoundsWithoutAFileAndFilesWithoutSound) {
+    // A sound held in a container lives in memory only: its format shows as 'lifs'.
+    const std::string made = Text(u"Vandrel_GetSoundInfo ( Vandrel_CreateSound ( \"sine\" ; 1 ) )");
+    EXPECT_EQ(Field(made, "Format"), "lifs") << made;
+    EXPECT_EQ(Field(made, "      Number of Channels"), "1") << made;
+
+    EXPECT_EQ(Info(""), "$-50:Vandrel_GetSoundInfo: The container in argument #1 seems to be empty.");
+    EXPECT_EQ(Info((Data() / "missing.wav").string()),
+              "$-43:Vandrel_GetSoundInfo: Could not get parameter #1 as sound.");
+
+    VD_REQUIRE_FFMPEG();
+    const auto video = Data() / "picture.mp4";
+    Ffmpeg({"-f", "lavfi", "-i", "testsrc=d=1:s=32x32", "-c:v", "mpeg4", video.string()});
+    EXPECT_EQ(Info(video.string()), "$-2055:Vandrel_GetSoundInfo: Failed to get information for this file.");
+    EXPECT_EQ(Text(u"Vandrel_GetLastError"), "$-2055:Vandrel_GetSoundInfo: Failed to get information for this file.");
+}
+
+TEST(SoundInfoReport, AnOverlongReportIsCutNotRefused) {
+    TempFolder folder;
+    const auto path = folder / "tone.wav";
+    std::ofstream(path, std::ios::binary) << SineWav(100, 2);
+    vd::media::Movie movie;
+    ASSERT_EQ(vd::media::MovieFromFile(path.string(), movie), 0);
+    std::string full, cut;
+    ASSERT_EQ(vd::sound::SoundInfoReport(movie, full), 0);
+    ASSERT_EQ(vd::sound::SoundInfoReport(movie, cut, 100), 0);
+    ASSERT_GT(full.size(), 100u);
+    EXPECT_EQ(cut, full.substr(0, 100));
+}
+
+}  // namespace
+}  // namespace vdtest

@@ -1,0 +1,80 @@
+// What the sound tests share: a host session of the real bundle whose private temporary folder
+// lives inside the test's own folder (so a file left behind is seen), the "snd " stream of a
+// result, and the open descriptors of the process.
+#pragma once
+
+#include "plugin/plugin_test_support.h"
+#include "plugin/platform/media/media_fixtures.h"
+
+#include <api/text_codec.h>
+#include <api/values.h>
+#include <calc/variables.h>
+#include <session/session.h>
+#include <support/temp_folder.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+namespace vdtest {
+
+class SoundSessionTest : public ::testing::Test {
+protected:
+    SoundSessionTest() : tmp_("TMPDIR", (root_ / "tmp").string()) {
+        std::filesystem::create_directories(root_ / "tmp");
+        std::filesystem::create_directories(Data());
+        vdhost::SessionOptions options;
+        options.database = Data() / "Base.vddb";
+        options.pluginFolders = {VD_PLUGIN_DIR};
+        session_.emplace(options);
+    }
+
+    std::filesystem::path Data() const { return root_.path() / "data"; }
+    // The plug-in's private temporary folder under this test's TMPDIR.
+    std::filesystem::path TemporaryItems() const { return root_.path() / "tmp" / ("vandrel-" + std::to_string(getuid())); }
+
+    // Files of ours in the temporary folder: "temp-..." and the hidden names of files being written.
+    std::vector<std::string> LeftoverTemporaryFiles() const {
+        std::vector<std::string> names;
+        if (!std::filesystem::exists(TemporaryItems())) return names;
+        for (const auto& name : media::FolderEntries(TemporaryItems()))
+            if (name.rfind("temp-", 0) == 0 || name.rfind(".temp-", 0) == 0) names.push_back(name);
+        return names;
+    }
+
+    // The calculation with $a, $b set to the values, in order.
+    FMX_Data Eval(const std::u16string& calculation, std::vector<FMX_Data> values = {}) {
+        vdhost::calc::Variables locals;
+        const char16_t* names[] = {u"$a", u"$b", u"$c"};
+        for (size_t i = 0; i < values.size(); ++i) locals.set(names[i], values[i]);
+        return session_->evaluate(calculation, locals);
+    }
+    std::string Text(const std::u16string& calculation, std::vector<FMX_Data> values = {}) {
+        return vdhost::utf8Of(Eval(calculation, std::move(values)));
+    }
+
+    TempFolder root_;
+    ScopedEnv tmp_;
+    std::optional<vdhost::Session> session_;
+};
+
+// The bytes of a container's "snd " stream; empty when it has none.
+inline std::string SoundStreamOf(const FMX_Data& value) {
+    if (!vdhost::isContainer(value)) return {};
+    const int32_t index = value.binary.indexOf(vdhost::fourCharCode("snd "));
+    if (index < 0) return {};
+    const auto& bytes = *value.binary.streams[size_t(index)].bytes;
+    return std::string(bytes.begin(), bytes.end());
+}
+
+inline uint32_t Be32(const std::string& b, size_t at) {
+    return uint32_t(uint8_t(b[at])) << 24 | uint32_t(uint8_t(b[at + 1])) << 16 | uint32_t(uint8_t(b[at + 2])) << 8 |
+           uint32_t(uint8_t(b[at + 3]));
+}
+
+}  // namespace vdtest
