@@ -7,6 +7,8 @@
 #include <api/values.h>
 #include <session/session.h>
 
+#include "timing.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -21,38 +23,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char** environ;
 
 namespace {
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
+using namespace vdbench;
 
-constexpr int kRuns = 7;
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-double Seconds(Clock::duration d) { return std::chrono::duration<double>(d).count(); }
-
-double RunTool(std::vector<std::string> args) {
-    std::vector<char*> argv;
-    for (auto& a : args) argv.push_back(a.data());
-    argv.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-    const auto start = Clock::now();
-    pid_t pid = 0;
-    if (posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), environ) != 0) return -1;
-    int status = 0;
-    waitpid(pid, &status, 0);
-    const double seconds = Seconds(Clock::now() - start);
-    posix_spawn_file_actions_destroy(&actions);
-    return seconds;
-}
 
 void MakeFiles(const fs::path& folder, int count) {
     fs::create_directories(folder);
@@ -106,7 +82,7 @@ int main(int argc, char** argv) {
                 std::fprintf(stderr, "listing answered %zu bytes: %.80s\n", answer.size(), answer.c_str());
                 ++failures;
             }
-            theirs.push_back(RunTool({"ls", "-f", listed.string()}));
+            theirs.push_back(Run({"ls", "-f", listed.string()}));
         }
         Report("Vandrel_ListFolder, 5,000 files", Median(ours), "ls -f", Median(theirs), 2.0);
 
@@ -124,7 +100,7 @@ int main(int argc, char** argv) {
                 std::fprintf(stderr, "delete answered \"%s\"\n", answer.c_str());
                 ++failures;
             }
-            theirs.push_back(RunTool({"rm", "-rf", tools.string()}));
+            theirs.push_back(Run({"rm", "-rf", tools.string()}));
         }
         Report("Vandrel_DeleteItem, 20,000 files in 100 folders", Median(ours), "rm -rf", Median(theirs), 1.2);
     }

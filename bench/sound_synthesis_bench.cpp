@@ -5,6 +5,8 @@
 // includes the host's start-up and the plug-in's load; the host's bare start-up (vdhost eval '1')
 // is measured beside them. Medians of the runs; the ratio is ours / theirs.
 //   sound_synthesis_bench VDHOST PLUGIN_DIR
+#include "timing.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -18,53 +20,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char** environ;
-
-namespace {
-
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
-
-constexpr int kRuns = 7;
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-// Wall time of one run in seconds, its output thrown away; a negative time when it failed.
-double Run(const std::vector<std::string>& args) {
-    std::vector<char*> argv;
-    for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
-    argv.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-    const auto start = Clock::now();
-    pid_t pid = 0;
-    int rc = posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (rc != 0) return -1;
-    int status = 0;
-    waitpid(pid, &status, 0);
-    const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? seconds : -1;
-}
-
-// The median of kRuns runs after one warm-up run; negative when any run failed.
-double MedianOf(const std::vector<std::string>& args) {
-    if (Run(args) < 0) return -1;
-    std::vector<double> times;
-    for (int i = 0; i < kRuns; ++i) {
-        const double t = Run(args);
-        if (t < 0) return -1;
-        times.push_back(t);
-    }
-    return Median(times);
-}
-
-}  // namespace
+using namespace vdbench;
 
 int main(int argc, char** argv) {
     if (argc != 3) {

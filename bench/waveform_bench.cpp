@@ -14,6 +14,8 @@
 #include <api/values.h>
 #include <session/session.h>
 
+#include "timing.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -30,52 +32,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char** environ;
 
 namespace {
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
-
-constexpr int kRuns = 7;
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-// Wall time of one run in seconds, its output thrown away; a negative time when it failed.
-double Run(const std::vector<std::string>& args) {
-    std::vector<char*> argv;
-    for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
-    argv.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-    const auto start = Clock::now();
-    pid_t pid = 0;
-    int rc = posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (rc != 0) return -1;
-    int status = 0;
-    waitpid(pid, &status, 0);
-    const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? seconds : -1;
-}
-
-double MedianOf(const std::vector<std::string>& args) {
-    if (Run(args) < 0) return -1;
-    std::vector<double> times;
-    for (int i = 0; i < kRuns; ++i) {
-        const double t = Run(args);
-        if (t < 0) return -1;
-        times.push_back(t);
-    }
-    return Median(times);
-}
-
+using namespace vdbench;
 // Medians of a and b, their runs alternating; negative for a side whose run failed.
 std::pair<double, double> AlternatingMedians(const std::function<double()>& a, const std::function<double()>& b) {
     bool aFailed = a() < 0, bFailed = b() < 0;

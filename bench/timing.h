@@ -1,0 +1,62 @@
+// What the benchmarks share: running a program as a script would (output thrown away) and taking the
+// median of repeated runs.
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern char** environ;
+
+namespace vdbench {
+
+using Clock = std::chrono::steady_clock;
+
+inline constexpr int kRuns = 7;
+
+inline double Median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+inline double Seconds(Clock::duration d) { return std::chrono::duration<double>(d).count(); }
+
+// Wall time of one run in seconds, its output thrown away; negative when it could not start or failed.
+inline double Run(const std::vector<std::string>& args) {
+    std::vector<char*> argv;
+    for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
+    argv.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
+    const auto start = Clock::now();
+    pid_t pid = 0;
+    int rc = posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (rc != 0) return -1;
+    int status = 0;
+    waitpid(pid, &status, 0);
+    const double seconds = Seconds(Clock::now() - start);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? seconds : -1;
+}
+
+// The median of kRuns runs after one warm-up run; negative when any run failed.
+inline double MedianOf(const std::vector<std::string>& args) {
+    if (Run(args) < 0) return -1;
+    std::vector<double> times;
+    for (int i = 0; i < kRuns; ++i) {
+        const double t = Run(args);
+        if (t < 0) return -1;
+        times.push_back(t);
+    }
+    return Median(times);
+}
+
+}  // namespace vdbench
