@@ -1,7 +1,6 @@
 #include "sound/wav_conversion.h"
 
 #include "platform/media/movie_from_file.h"
-#include "platform/media/render.h"
 
 #include <initializer_list>
 
@@ -27,10 +26,11 @@ media::Status EnsureFormat(SoundMovie& sound, std::initializer_list<media::FourC
 
 }  // namespace
 
-media::Status WriteMovieAsWav(const media::Movie& movie, const std::string& target) {
+media::Status WriteMovieAsWav(const media::Movie& movie, const std::string& target,
+                              const media::RenderOptions& options) {
     media::FourCharCode format = 0;
     if (media::Status s = FirstSoundFormat(movie, format)) return s;
-    return media::RenderMovie(movie, target, media::CdQualityWav());
+    return media::RenderMovie(movie, target, media::CdQualityWav(), options);
 }
 
 media::Status ConvertMovieToWav(SoundMovie& sound) {

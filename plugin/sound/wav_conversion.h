@@ -5,6 +5,7 @@
 
 #include "platform/media/errors.h"
 #include "platform/media/movie.h"
+#include "platform/media/render.h"
 #include "sound/sound_movie.h"
 
 #include <string>
@@ -13,8 +14,10 @@ namespace vd::sound {
 
 // Writes the movie's sound to target with the fixed output settings. -2009 when the movie has no
 // sound track, -2008 when that track's media has no sample description; the media layer's codes
-// otherwise. target is replaced only when the whole file has been written.
-media::Status WriteMovieAsWav(const media::Movie& movie, const std::string& target);
+// otherwise. target is replaced only when the whole file has been written. The options carry the
+// volume envelopes of fades.
+media::Status WriteMovieAsWav(const media::Movie& movie, const std::string& target,
+                              const media::RenderOptions& options = {});
 
 // Writes the movie to a new temporary WAV file and replaces it by the movie opened from that file;
 // sound.backing then holds the file (a file held before is removed).

@@ -23,7 +23,7 @@ int Media::AddDescription(const SampleDescription& description) {
     return int(descriptions_.size());
 }
 
-Status Media::AppendSamples(const SampleDescription& description, const void* bytes, size_t size, int64_t frames) {
+Status Media::CheckAddedSamples(const SampleDescription& description, size_t size, int64_t frames) const {
     if (mediaType != kSoundMediaType) return MediaFailure(kInvalidMedia, "samples appended to a media that is not sound");
     const int bytesPerFrame = BytesPerFrame(description);
     if (bytesPerFrame == 0) return MediaFailure(kBadSampleFormat, "only PCM samples are added in memory");
@@ -32,7 +32,26 @@ Status Media::AppendSamples(const SampleDescription& description, const void* by
     if (!descriptions_.empty() && (description.numberOfChannels != descriptions_[0].numberOfChannels ||
                                    description.sampleRate != descriptions_[0].sampleRate))
         return MediaFailure(kBadSampleFormat, "a media keeps one channel count and rate");
+    return kNoError;
+}
+
+Status Media::AdoptSamples(const SampleDescription& description, std::vector<uint8_t>&& bytes, int64_t frames) {
+    if (Status s = CheckAddedSamples(description, bytes.size(), frames)) return s;
     if (frames == 0) return kNoError;
+    try {
+        const int index = AddDescription(description);
+        runs_.push_back(SampleRun{std::make_shared<MemorySampleStore>(std::move(bytes)), 0, frames, index});
+    } catch (const std::bad_alloc&) {
+        return MediaFailure(kMemoryFull, "no memory for the media's runs");
+    }
+    modificationTime = MacSecondsNow();
+    return kNoError;
+}
+
+Status Media::AppendSamples(const SampleDescription& description, const void* bytes, size_t size, int64_t frames) {
+    if (Status s = CheckAddedSamples(description, size, frames)) return s;
+    if (frames == 0) return kNoError;
+    const int bytesPerFrame = BytesPerFrame(description);
     try {
         const int index = AddDescription(description);
         if (!runs_.empty() && runs_.back().descriptionIndex == index) {

@@ -52,6 +52,9 @@ public:
     // count and rate must match the media's first description (a media has one timing).
     Status AppendSamples(const SampleDescription& description, const void* bytes, size_t size, int64_t frames);
 
+    // As AppendSamples, but the media takes bytes over (a new run of its own) instead of copying them.
+    Status AdoptSamples(const SampleDescription& description, std::vector<uint8_t>&& bytes, int64_t frames);
+
     // Appends a run (its description comes from `from`); merges with the last run when it continues it.
     Status AppendRun(const SampleRun& run, const SampleDescription& description);
 
@@ -61,6 +64,8 @@ public:
     void SetFirstTextSample(std::vector<uint8_t> bytes) { firstTextSample_ = std::move(bytes); }
 
 private:
+    Status CheckAddedSamples(const SampleDescription& description, size_t size, int64_t frames) const;
+
     std::vector<SampleDescription> descriptions_;
     std::vector<SampleRun> runs_;
     int64_t nonSoundDuration_ = 0;

@@ -125,6 +125,9 @@ Status AttachPcmStore(const std::string& path, int64_t fileSize, int64_t dataOff
     Media& media = pending.track->media;
     const SampleDescription& d = media.Descriptions().front();
     const int64_t bytesPerFrame = BytesPerFrame(d);
+    // A header that states no frames (or none at all) and no packet: an empty sound (an empty selection
+    // written out), not a damaged file.
+    if (dataOffset < 0 && pending.statedFrames <= 0) return kNoError;
     if (dataOffset < 0 || dataOffset > fileSize) return MediaFailure(kMovieNotFound, path + ": no sound data found");
     // What the header states, but never more than the file holds: a cut-off file plays what it has.
     int64_t frames = (fileSize - dataOffset) / bytesPerFrame;

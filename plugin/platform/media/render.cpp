@@ -10,6 +10,7 @@
 #include "platform/media/sample_reading.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <new>
 
@@ -23,7 +24,7 @@ constexpr int64_t kBlockFrames = 65536;
 struct TrackSource {
     const Track* track = nullptr;
     float gain = 0;                      // volume / 256; 0 for silent tracks (not read at all)
-    const GainEnvelope* envelope = nullptr;
+    const GainRamp* ramp = nullptr;
     int64_t startFrame = 0;              // the track's offset in output frames
     int64_t silentLength = -1;           // silent tracks: their length in output frames
     std::unique_ptr<SequentialFrameReader> reader;
@@ -87,8 +88,7 @@ Status MakeSource(const Movie& movie, size_t index, const OutputFormat& format, 
         return kNoError;
     }
     source.gain = float(track.volume) / float(kFullVolume);
-    if (index < options.trackEnvelopes.size() && options.trackEnvelopes[index])
-        source.envelope = &options.trackEnvelopes[index];
+    if (index < options.trackRamps.size() && options.trackRamps[index]) source.ramp = &*options.trackRamps[index];
     source.reader = std::make_unique<SequentialFrameReader>(track.media);
     const int channels = track.media.Descriptions().front().numberOfChannels;
     if (track.media.timeScale != format.sampleRate || channels != format.channels)
@@ -96,16 +96,9 @@ Status MakeSource(const Movie& movie, size_t index, const OutputFormat& format, 
     return kNoError;
 }
 
-bool FastPathApplies(const std::vector<TrackSource>& sources, const OutputFormat& format, const SoundWriter& writer) {
-    if (sources.size() != 1 || !writer.TakesSowtBytes()) return false;
-    const TrackSource& s = sources.front();
-    if (!s.reader || s.envelope || s.track->volume != kFullVolume || s.startFrame != 0) return false;
-    if (format.sampleRate != 44100 || format.channels != 2 || format.sampleSize != 16) return false;
-    for (const auto& run : s.track->media.Runs()) {
-        const SampleDescription& d = s.track->media.Descriptions()[size_t(run.descriptionIndex - 1)];
-        if (!run.store->ByteAddressable() || !IsCdQualitySowt(d)) return false;
-    }
-    return true;
+bool FastPathApplies(const Movie& movie, const OutputFormat& format, const RenderOptions& options,
+                     const SoundWriter& writer) {
+    return writer.TakesSowtBytes() && RendersAsCopy(movie, format, options);
 }
 
 Status CopyThrough(const Media& media, SoundWriter& writer) {
@@ -131,6 +124,32 @@ Status CopyThrough(const Media& media, SoundWriter& writer) {
     return kNoError;
 }
 
+// Adds frames [from, to) scaled by gain and the ramp: the frames before and after it at the gain
+// alone, those inside it at a gain that grows by the same step each frame (computed from the frame
+// number, not accumulated, so that no error builds up over a long ramp).
+void MixRamped(const GainRamp& ramp, float gain, int rate, int channels, int64_t from, int64_t to, const float* in,
+               float* target) {
+    const auto firstInside = int64_t(std::ceil(ramp.start * rate));  // the first frame at or after start
+    const auto firstAfter = std::max(firstInside, int64_t(std::ceil(ramp.end * rate)));
+    const double perFrame = ramp.end > ramp.start ? (double(ramp.to) - ramp.from) / ((ramp.end - ramp.start) * rate) : 0;
+    const double atFrameZero = ramp.from - perFrame * ramp.start * rate;
+    for (int64_t frame = from; frame < to;) {
+        const bool inside = frame >= firstInside && frame < firstAfter;
+        const int64_t end = frame < firstInside ? std::min(to, firstInside) : inside ? std::min(to, firstAfter) : to;
+        const size_t samples = size_t(end - frame) * size_t(channels);
+        if (inside) {
+            for (int64_t f = frame; f < end; ++f, in += channels, target += channels) {
+                const float g = gain * float(atFrameZero + perFrame * double(f));
+                for (int c = 0; c < channels; ++c) target[c] += in[c] * g;
+            }
+        } else {
+            for (size_t i = 0; i < samples; ++i) target[i] += in[i] * gain;
+            in += samples, target += samples;
+        }
+        frame = end;
+    }
+}
+
 Status MixAll(std::vector<TrackSource>& sources, const OutputFormat& format, SoundWriter& writer) {
     const int channels = format.channels;
     std::vector<float> mix;
@@ -151,12 +170,13 @@ Status MixAll(std::vector<TrackSource>& sources, const OutputFormat& format, Sou
             if (!source.reader) continue;
             const int64_t from = std::max(position, source.queueStart);
             const int64_t to = std::min(position + produced, source.QueuedEnd(channels));
-            for (int64_t frame = from; frame < to; ++frame) {
-                const float gain =
-                    source.envelope ? source.gain * (*source.envelope)(double(frame) / format.sampleRate) : source.gain;
-                const float* in = source.queue.data() + source.queueUsed + size_t(frame - source.queueStart) * size_t(channels);
-                float* target = mix.data() + size_t(frame - position) * size_t(channels);
-                for (int c = 0; c < channels; ++c) target[c] += in[c] * gain;
+            const float* in = source.queue.data() + source.queueUsed + size_t(from - source.queueStart) * size_t(channels);
+            float* target = mix.data() + size_t(from - position) * size_t(channels);
+            const size_t samples = to > from ? size_t(to - from) * size_t(channels) : 0;
+            if (source.ramp) {
+                MixRamped(*source.ramp, source.gain, format.sampleRate, channels, from, to, in, target);
+            } else {
+                for (size_t i = 0; i < samples; ++i) target[i] += in[i] * source.gain;
             }
             if (to > from) {
                 source.queueUsed += size_t(to - source.queueStart) * size_t(channels);
@@ -164,13 +184,28 @@ Status MixAll(std::vector<TrackSource>& sources, const OutputFormat& format, Sou
             }
         }
         out.resize(mix.size());
-        for (size_t i = 0; i < mix.size(); ++i) out[i] = FloatToInt16(mix[i]);
+        FloatsToInt16(mix.data(), mix.size(), out.data());
         if (Status s = writer.WriteFrames(out.data(), size_t(produced))) return s;
         if (produced < kBlockFrames) return kNoError;
     }
 }
 
 }  // namespace
+
+bool RendersAsCopy(const Movie& movie, const OutputFormat& format, const RenderOptions& options) {
+    if (format.sampleRate != 44100 || format.channels != 2 || format.sampleSize != 16) return false;
+    const auto tracks = movie.TracksWith(Characteristic::kAudio);
+    if (tracks.size() != 1) return false;
+    const Track& track = *tracks.front();
+    for (size_t i = 0; i < options.trackRamps.size(); ++i)
+        if (options.trackRamps[i] && &movie.TrackAt(i) == &track) return false;
+    if (!Audible(track) || track.volume != kFullVolume || track.MovieOffset() != 0) return false;
+    for (const auto& run : track.media.Runs()) {
+        const SampleDescription& d = track.media.Descriptions()[size_t(run.descriptionIndex - 1)];
+        if (!run.store->ByteAddressable() || !IsCdQualitySowt(d)) return false;
+    }
+    return true;
+}
 
 Status RenderMovie(const Movie& movie, const std::string& target, const OutputFormat& format,
                    const RenderOptions& options) {
@@ -185,7 +220,7 @@ Status RenderMovie(const Movie& movie, const std::string& target, const OutputFo
         }
         std::unique_ptr<SoundWriter> writer;
         if (Status s = OpenSoundWriter(format, target, writer)) return s;
-        if (FastPathApplies(sources, format, *writer)) {
+        if (FastPathApplies(movie, format, options, *writer)) {
             if (Status s = CopyThrough(sources.front().track->media, *writer)) return s;
         } else {
             if (Status s = MixAll(sources, format, *writer)) return s;

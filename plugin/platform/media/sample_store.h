@@ -41,6 +41,10 @@ public:
 
 class MemorySampleStore final : public SampleStore {
 public:
+    MemorySampleStore() = default;
+    // Takes the bytes over without copying them: an edited sound is made once, not twice.
+    explicit MemorySampleStore(std::vector<uint8_t>&& bytes) : bytes_(std::move(bytes)) {}
+
     bool ByteAddressable() const override { return true; }
     Status ReadBytes(int64_t byteOffset, size_t size, uint8_t* out) const override;
 

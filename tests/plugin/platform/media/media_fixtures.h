@@ -31,16 +31,8 @@ inline void PutLe(std::string& s, uint32_t v, int bytes) {
     for (int i = 0; i < bytes; ++i) s.push_back(char(v >> (8 * i)));
 }
 
-// A PCM WAV of the test sine: bits 8 (unsigned, centre 128), 16 or 24.
-inline std::string SineWav(int64_t frames, int channels, int rate = 44100, int bits = 16) {
-    std::string data;
-    for (int64_t n = 0; n < frames; ++n)
-        for (int c = 0; c < channels; ++c) {
-            int16_t v = SineSample(n, c, rate);
-            if (bits == 8) data.push_back(char(uint8_t(128 + (v >> 8))));
-            else if (bits == 16) PutLe(data, uint16_t(v), 2);
-            else PutLe(data, uint32_t(int32_t(v) * 256) & 0xFFFFFF, 3);
-        }
+// A WAV file of PCM sample bytes (8-bit unsigned, 16 or 24 bits little-endian).
+inline std::string PcmWav(const std::string& data, int channels, int rate, int bits) {
     std::string wav = "RIFF";
     PutLe(wav, uint32_t(36 + data.size()), 4);
     wav += "WAVEfmt ";
@@ -56,7 +48,26 @@ inline std::string SineWav(int64_t frames, int channels, int rate = 44100, int b
     return wav + data;
 }
 
-// The ffmpeg program on PATH, or "" when it is not installed.
+// A 16-bit WAV of the given interleaved samples.
+inline std::string Pcm16Wav(const std::vector<int16_t>& samples, int channels, int rate = 44100) {
+    std::string data;
+    for (int16_t v : samples) PutLe(data, uint16_t(v), 2);
+    return PcmWav(data, channels, rate, 16);
+}
+
+// A PCM WAV of the test sine: bits 8 (unsigned, centre 128), 16 or 24.
+inline std::string SineWav(int64_t frames, int channels, int rate = 44100, int bits = 16) {
+    std::string data;
+    for (int64_t n = 0; n < frames; ++n)
+        for (int c = 0; c < channels; ++c) {
+            int16_t v = SineSample(n, c, rate);
+            if (bits == 8) data.push_back(char(uint8_t(128 + (v >> 8))));
+            else if (bits == 16) PutLe(data, uint16_t(v), 2);
+            else PutLe(data, uint32_t(int32_t(v) * 256) & 0xFFFFFF, 3);
+        }
+    return PcmWav(data, channels, rate, bits);
+}
+
 inline std::string FfmpegPath() {
     const char* path = std::getenv("PATH");
     std::string folders = path ? path : "/usr/bin:/bin";

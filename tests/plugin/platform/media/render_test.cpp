@@ -120,17 +120,19 @@ TEST_F(MediaRenderTest, TracksMixByVolumeAndClip) {
     EXPECT_EQ(Le16(wav, 44 + 4 * 600), 0);
 }
 
-TEST_F(MediaRenderTest, EnvelopeRampsTheGain) {
-    Movie movie = ConstantMovie(44100, 2, 20000, 44100);
+TEST_F(MediaRenderTest, RampChangesTheGainInsideItsIntervalOnly) {
+    Movie movie = ConstantMovie(44100, 2, 20000, 2 * 44100);
     RenderOptions options;
-    options.trackEnvelopes.push_back([](double seconds) { return float(seconds); });  // 0 → 1 over 1 s
+    options.trackRamps.push_back(GainRamp{0.5, 1.5, 0.0f, 0.5f});
     ASSERT_EQ(RenderMovie(movie, Path("fade.wav"), CdQualityWav(), options), kNoError);
     const std::string wav = vdtest::readFile(Path("fade.wav"));
-    ASSERT_EQ(wav.size(), 44u + 4 * 44100);
-    EXPECT_EQ(Le16(wav, 44), 0);
-    EXPECT_NEAR(Le16(wav, 44 + 4 * 22050), 10000, 1);
-    EXPECT_NEAR(Le16(wav, 46 + 4 * 44099), 20000, 1);
-    for (size_t n = 1; n < 44100; n += 997) EXPECT_GE(Le16(wav, 44 + 4 * n), Le16(wav, 44 + 4 * (n - 1)));
+    ASSERT_EQ(wav.size(), 44u + 4 * 2 * 44100);
+    EXPECT_EQ(Le16(wav, 44 + 4 * 22049), 20000);  // before: unchanged
+    EXPECT_EQ(Le16(wav, 44 + 4 * 22050), 0);
+    EXPECT_NEAR(Le16(wav, 46 + 4 * 44100), 5000, 1);
+    EXPECT_NEAR(Le16(wav, 44 + 4 * 66149), 10000, 1);
+    EXPECT_EQ(Le16(wav, 44 + 4 * 66150), 20000);  // after: unchanged again
+    for (size_t n = 22051; n < 66150; n += 997) EXPECT_GE(Le16(wav, 44 + 4 * n), Le16(wav, 44 + 4 * (n - 1)));
 }
 
 TEST_F(MediaRenderTest, HalfRateMonoBecomesTwiceAsManyStereoFrames) {

@@ -2,9 +2,12 @@
 // the layer has: memory, PCM in files of either byte order and width, and decoded compressed sound.
 #include "platform/media/movie_from_file.h"
 #include "platform/media/new_sound_movie.h"
+#include "platform/media/pcm_conversion.h"
 #include "platform/media/sample_reading.h"
 
 #include "media_fixtures.h"
+
+#include <limits>
 
 namespace vd::media {
 namespace {
@@ -136,3 +139,26 @@ TEST_F(MediaSampleReadingTest, AbsurdRangesAnswerStatusesBeforeAnyAllocation) {
 
 }  // namespace
 }  // namespace vd::media
+
+namespace vdtest {
+namespace {
+
+// The block conversion takes a faster road than the one-sample rule; both must agree on every
+// value, the awkward ones most of all.
+TEST(FloatToInt16Test, BlockConversionAgreesWithTheOneSampleRule) {
+    std::vector<float> values{0.0f, -0.0f, 0.5f / 32768, 1.5f / 32768, 2.5f / 32768, -0.5f / 32768, -1.5f / 32768,
+                              1.0f, -1.0f, 32766.5f / 32768, 32767.4f / 32768, -32767.5f / 32768, 1e9f, -1e9f,
+                              std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity(),
+                              std::numeric_limits<float>::quiet_NaN(), 0.25f, -0.75f};
+    for (int i = -40000; i <= 40000; i += 37) values.push_back(float(i) / 32768.0f + 0.3f / 32768.0f);
+    std::vector<int16_t> block(values.size());
+    vd::media::FloatsToInt16(values.data(), values.size(), block.data());
+    for (size_t i = 0; i < values.size(); ++i) ASSERT_EQ(block[i], vd::media::FloatToInt16(values[i])) << values[i];
+    EXPECT_EQ(vd::media::FloatToInt16(1.5f / 32768), 2);   // ties go to even
+    EXPECT_EQ(vd::media::FloatToInt16(2.5f / 32768), 2);
+    EXPECT_EQ(vd::media::FloatToInt16(std::numeric_limits<float>::quiet_NaN()), -32768);
+    EXPECT_EQ(vd::media::FloatToInt16(1e9f), 32767);
+}
+
+}  // namespace
+}  // namespace vdtest
