@@ -5,6 +5,7 @@
 #include "frame/not_implemented.h"
 #include "frame/version_function.h"
 #include "sound/create_sound_function.h"
+#include "sound/editing_functions.h"
 #include "sound/extract_info_function.h"
 #include "sound/sound_info_function.h"
 #include "sound/waveform_function.h"
@@ -52,15 +53,15 @@ constexpr std::array kTable{
     Sound(1, "Vandrel_Version", 1, 1, kNoUI, VersionFunction),
     Sound(2, "Vandrel_PlaySound", 1, 4, kUI),
     Sound(3, "Vandrel_CreateSound", 1, -1, kNoUI, sound::CreateSoundFunction),
-    Sound(4, "Vandrel_AppendSound", 2, 2, kNoUI),
-    Sound(5, "Vandrel_ExtractSound", 3, 3, kNoUI),
+    Sound(4, "Vandrel_AppendSound", 2, 2, kNoUI, sound::AppendSoundFunction),
+    Sound(5, "Vandrel_ExtractSound", 3, 3, kNoUI, sound::ExtractSoundFunction),
     Sound(6, "Vandrel_GetSoundInfo", 1, 1, kNoUI, sound::SoundInfoFunction),
-    Sound(7, "Vandrel_MixSounds", 2, 2, kNoUI),
+    Sound(7, "Vandrel_MixSounds", 2, 2, kNoUI, sound::MixSoundsFunction),
     Sound(8, "Vandrel_SoundFormatDialog", 1, 1, kUI),
     Sound(9, "Vandrel_ConvertSound", 3, -1, kNoUI),
     Sound(10, "Vandrel_ListSoundOutputFormats", 0, 0, kNoUI),
-    Sound(11, "Vandrel_Amplify", 2, 3, kNoUI),
-    Sound(12, "Vandrel_FadeSound", 5, 5, kNoUI),
+    Sound(11, "Vandrel_Amplify", 2, 3, kNoUI, sound::AmplifyFunction),
+    Sound(12, "Vandrel_FadeSound", 5, 5, kNoUI, sound::FadeSoundFunction),
     Sound(13, "Vandrel_GetLastError", 0, 0, kNoUI, LastErrorFunction),
     Sound(14, "Vandrel_StopSound", 0, 0, kUI),
     Sound(15, "Vandrel_ExtractInfo", 1, 2, kNoUI, sound::ExtractInfoFunction),
@@ -74,7 +75,7 @@ constexpr std::array kTable{
     Sound(23, "Vandrel_Set", 1, 2, kNoUI),
     Sound(24, "Vandrel_GetMetadata", 1, 3, kNoUI),
     Sound(25, "Vandrel_PlayPause", 0, 1, kUI),
-    Sound(26, "Vandrel_Normalize", 1, 1, kNoUI),
+    Sound(26, "Vandrel_Normalize", 1, 1, kNoUI, sound::NormalizeFunction),
     Sound(27, "Vandrel_DrawWaveform", 6, 8, kUI, sound::DrawWaveformFunction),
 
     Image(51, "Vandrel_ExportField", "Vandrel_ExportField ( container ; path ; replace )", 3, 3),

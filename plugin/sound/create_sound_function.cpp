@@ -2,9 +2,9 @@
 
 #include "container/sound_container.h"
 #include "frame/args/arguments.h"
-#include "frame/args/results.h"
 #include "frame/errors/vds_error.h"
 #include "sound/create_sound.h"
+#include "sound/sound_function_steps.h"
 
 #include <algorithm>
 #include <string>
@@ -16,12 +16,6 @@ namespace {
 
 constexpr uint16_t kArgumentsRead = 3;  // waveform, duration, frequency; later ones are not read
 
-FMX_ErrCode Failure(VDSError& error, const FunctionCall& call, int32_t code, const std::string& message) {
-    error.SetCode(code);
-    if (!message.empty()) error.SetMessage(message);
-    return SetResultUtf8(call.result, error.StatusText());
-}
-
 }  // namespace
 
 FMX_ErrCode CreateSoundFunction(const FunctionCall& call) {
@@ -32,9 +26,9 @@ FMX_ErrCode CreateSoundFunction(const FunctionCall& call) {
 
     media::Movie movie;
     SoundOutcome outcome = CreateSound(arguments, movie);
-    if (outcome.code != 0) return Failure(error, call, outcome.code, outcome.message);
+    if (outcome.code != 0) return ReportFailure(error, call.result, outcome.code, outcome.message);
     if (int32_t e = container::StoreMovieAsSound(call.result, movie))
-        return Failure(error, call, e, "Could not set sound container.");
+        return ReportFailure(error, call.result, e, "Could not set sound container.");
     error.SetCode(0);
     return 0;
 }

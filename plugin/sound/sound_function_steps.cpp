@@ -2,10 +2,23 @@
 
 #include "container/movie_parameter.h"
 #include "container/sound_container.h"
+#include "frame/args/results.h"
 #include "platform/media/movie_from_file.h"
 #include "sound/wav_conversion.h"
 
 namespace vd::sound {
+
+namespace {
+
+constexpr int32_t kParamErr = -50;
+
+}  // namespace
+
+int32_t OpenSoundParameter(const FMX_DataVect* args, uint32_t index, SoundMovie& sound) {
+    bool found = false;
+    if (int32_t e = container::MovieFromParameter(args, index, sound.movie, found)) return e;
+    return found ? 0 : kParamErr;
+}
 
 int32_t SoundParameter(const FMX_DataVect* args, uint32_t index, PcmNeed need, SoundMovie& sound, bool& found) {
     SoundMovie opened;
@@ -20,12 +33,35 @@ int32_t SoundParameter(const FMX_DataVect* args, uint32_t index, PcmNeed need, S
     return 0;
 }
 
-int32_t StoreSoundResult(FMX_Data* result, const media::Movie& edited) {
+media::Status RenderResult(media::Movie&& edited, const media::RenderOptions& options, SoundMovie& result,
+                           RenderStep& step) {
     SoundMovie rendered;
+    if (media::RendersAsCopy(edited, media::CdQualityWav(), options)) {
+        rendered.movie = std::move(edited);
+        result = std::move(rendered);
+        return media::kNoError;
+    }
+    step = RenderStep::kTemporaryFile;
     if (media::Status s = TemporaryFile::Create(".wav", rendered.backing)) return s;
-    if (media::Status s = WriteMovieAsWav(edited, rendered.backing.Path())) return s;
+    step = RenderStep::kWriting;
+    if (media::Status s = WriteMovieAsWav(edited, rendered.backing.Path(), options)) return s;
+    step = RenderStep::kReopening;
     if (media::Status s = media::MovieFromFile(rendered.backing.Path(), rendered.movie)) return s;
+    result = std::move(rendered);
+    return media::kNoError;
+}
+
+int32_t StoreSoundResult(FMX_Data* result, media::Movie&& edited) {
+    SoundMovie rendered;
+    RenderStep step;
+    if (media::Status s = RenderResult(std::move(edited), {}, rendered, step)) return s;
     return container::StoreMovieAsSound(result, rendered.movie);
+}
+
+FMX_ErrCode ReportFailure(VDSError& error, FMX_Data* result, int32_t code, std::string_view message) {
+    error.SetCode(code);
+    if (!message.empty()) error.SetMessage(message);
+    return SetResultUtf8(result, error.StatusText());
 }
 
 }  // namespace vd::sound

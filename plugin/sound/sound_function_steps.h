@@ -1,27 +1,50 @@
 // The steps every sound-editing function takes around its own work, in this order: the argument
-// becomes a sound movie in PCM (converted into a temporary WAV file when it is not), the work makes
-// a new movie, and that movie is written to a temporary WAV file, opened again and stored as the
-// container result. The temporary files belong to owner objects (SoundMovie, TemporaryFile), so
-// they are gone when the function returns, whichever step failed.
+// becomes a sound movie (converted into a temporary WAV file when its samples are not PCM the
+// function processes), the work makes a new movie, and that movie is written to a temporary WAV
+// file, opened again and stored as the container result. The temporary files belong to owner
+// objects (SoundMovie, TemporaryFile), so they are gone when the function returns, whichever step
+// failed.
 #pragma once
 
+#include "frame/errors/vds_error.h"
 #include "platform/media/movie.h"
+#include "platform/media/render.h"
 #include "sound/sound_movie.h"
 
 #include <fmx/fmx.h>
 
 #include <cstdint>
+#include <string_view>
 
 namespace vd::sound {
 
 enum class PcmNeed { kAnyPcm, kLittleEndian };
 
-// Argument index as a sound movie in PCM. 0 with found set; 0 with found false for an empty
-// argument; the failure's code otherwise.
+// Argument index as a sound movie, as it comes. 0 and the movie; -50 for an empty argument or one
+// that holds no sound (a number); the failure's code otherwise.
+int32_t OpenSoundParameter(const FMX_DataVect* args, uint32_t index, SoundMovie& sound);
+
+// OpenSoundParameter, then the PCM the caller needs. 0 with found set; 0 with found false for an
+// empty argument; the failure's code otherwise.
 int32_t SoundParameter(const FMX_DataVect* args, uint32_t index, PcmNeed need, SoundMovie& sound, bool& found);
+
+// Where rendering a result failed; functions that tell the steps apart say so in their messages.
+enum class RenderStep { kTemporaryFile, kWriting, kReopening };
+
+// The edited movie (consumed) written to a new temporary WAV file with the options' envelopes and
+// opened again as result, which then owns the file. On failure, step says where and nothing is
+// left. A movie whose rendering would copy its samples unchanged (16-bit stereo 44.1 kHz at full
+// volume, as most edits leave a sound) already is that file's content: it becomes the result
+// itself, and the copy through the disk is saved.
+media::Status RenderResult(media::Movie&& edited, const media::RenderOptions& options, SoundMovie& result,
+                           RenderStep& step);
 
 // The edited movie as the container result, by way of a temporary WAV file that is removed
 // afterwards. 0 or the failure's code; the result is untouched on failure.
-int32_t StoreSoundResult(FMX_Data* result, const media::Movie& edited);
+int32_t StoreSoundResult(FMX_Data* result, media::Movie&& edited);
+
+// A failed sound function: the code, the function's message for it ("" keeps the code's own) and
+// the status text of both as the function's result.
+FMX_ErrCode ReportFailure(VDSError& error, FMX_Data* result, int32_t code, std::string_view message);
 
 }  // namespace vd::sound

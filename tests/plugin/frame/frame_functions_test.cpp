@@ -66,9 +66,9 @@ TEST_F(FrameFunctions, VersionForms) {
 }
 
 TEST_F(FrameFunctions, LastErrorReportsTheCallBeforeItAndKeepsIt) {
-    EXPECT_EQ(Text(u"Vandrel_Amplify ( 1 ; 2 )"), "$-4:Vandrel_Amplify: Feature is not implemented yet.");
-    EXPECT_EQ(Text(u"Vandrel_GetLastError"), "$-4:Vandrel_Amplify: Feature is not implemented yet.");
-    EXPECT_EQ(Text(u"Vandrel_GetLastError"), "$-4:Vandrel_Amplify: Feature is not implemented yet.");
+    EXPECT_EQ(Text(u"Vandrel_Amplify ( 1 ; 2 )"), "$-50:Vandrel_Amplify: Could not get parameter #1 as sound.");
+    EXPECT_EQ(Text(u"Vandrel_GetLastError"), "$-50:Vandrel_Amplify: Could not get parameter #1 as sound.");
+    EXPECT_EQ(Text(u"Vandrel_GetLastError"), "$-50:Vandrel_Amplify: Could not get parameter #1 as sound.");
     Text(u"Vandrel_Version ( \"short\" )");
     EXPECT_EQ(Text(u"Vandrel_GetLastError"), "$0:Vandrel_Version: No error.");
 }
@@ -102,10 +102,10 @@ TEST_F(FrameFunctions, TheHostRefusesCountsOutsideTheRegisteredRange) {
 TEST(FrameProgram, VdhostEvaluatesVersionFromTheCommandLine) {
     TempFolder folder;
     auto r = runProcess({VDHOST_EXE, "--db", (folder / "Test.vddb").string(), "--plugins", VD_PLUGIN_DIR, "eval",
-                         "Vandrel_Version ( \"short\" ) & \"|\" & Vandrel_Amplify ( 1 ; 2 ) & \"|\" & Vandrel_GetLastError"});
+                         "Vandrel_Version ( \"short\" ) & \"|\" & Vandrel_ConvertSound ( 1 ; 2 ; 3 ) & \"|\" & Vandrel_GetLastError"});
     EXPECT_EQ(r.status, 0) << r.err;
-    EXPECT_EQ(r.out, VANDREL_VERSION_TEXT "|$-4:Vandrel_Amplify: Feature is not implemented yet.|"
-                     "$-4:Vandrel_Amplify: Feature is not implemented yet.\n");
+    EXPECT_EQ(r.out, VANDREL_VERSION_TEXT "|$-4:Vandrel_ConvertSound: Feature is not implemented yet.|"
+                     "$-4:Vandrel_ConvertSound: Feature is not implemented yet.\n");
 
     r = runProcess({VDHOST_EXE, "--db", (folder / "Test.vddb").string(), "--plugins", VD_PLUGIN_DIR, "functions"});
     EXPECT_EQ(r.status, 0) << r.err;

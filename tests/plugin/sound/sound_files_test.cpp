@@ -216,7 +216,7 @@ TEST_F(SoundFilesTest, AFunctionsTemporaryFilesAreGoneWhenItReturns) {
             ASSERT_EQ(SoundParameter(&args, 0, PcmNeed::kLittleEndian, input, found), 0);
             ASSERT_TRUE(found);
             EXPECT_EQ(input.Converted(), std::string(name) != "s16.wav");
-            ASSERT_EQ(StoreSoundResult(&result, input.movie), 0);
+            ASSERT_EQ(StoreSoundResult(&result, std::move(input.movie)), 0);
         }
         const std::string snd = SoundStreamOf(result);
         EXPECT_NEAR(double(snd.size()), 42.0 + frames, 2000);

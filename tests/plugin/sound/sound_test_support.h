@@ -6,6 +6,11 @@
 #include "plugin/plugin_test_support.h"
 #include "plugin/platform/media/media_fixtures.h"
 
+#include "frame/function_table.h"
+#include "platform/media/movie_from_file.h"
+#include "platform/media/sample_reading.h"
+#include "sound/sound_function_steps.h"
+
 #include <api/text_codec.h>
 #include <api/values.h>
 #include <calc/variables.h>
@@ -71,6 +76,40 @@ inline std::string SoundStreamOf(const FMX_Data& value) {
     const auto& bytes = *value.binary.streams[size_t(index)].bytes;
     return std::string(bytes.begin(), bytes.end());
 }
+
+// Calls a function's handler as a host that does not check argument counts would: the only way to
+// reach a function's own count messages. The handler is the tests' own copy of the plug-in's code,
+// so its outcome is in this program's vd::gLastError, not in the loaded bundle's.
+inline std::string CallDirectly(int16_t id, std::vector<FMX_Data> arguments) {
+    FMX_DataVect args;
+    args.items = std::move(arguments);
+    FMX_Data result;
+    const vd::FunctionEntry* entry = vd::FindFunction(id);
+    if (!entry || !entry->handler) return "no such function";
+    entry->handler(vd::FunctionCall{*entry, nullptr, &args, &result});
+    return vdhost::utf8Of(result);
+}
+
+// An edited movie rendered as the editing functions render their results, then read back as
+// interleaved 16-bit stereo samples.
+inline std::vector<int16_t> RenderedSamples(vd::media::Movie&& edited, const vd::media::RenderOptions& options = {}) {
+    vd::sound::SoundMovie rendered;
+    vd::sound::RenderStep step;
+    if (vd::sound::RenderResult(std::move(edited), options, rendered, step) != 0) return {};
+    std::vector<int16_t> samples;
+    const auto& media = rendered.movie.FirstSoundTrack()->media;
+    if (vd::media::ReadFramesInt16(media, 0, media.Duration(), samples) != 0) return {};
+    return samples;
+}
+
+inline vd::media::Movie OpenedMovie(const std::filesystem::path& path) {
+    vd::media::Movie movie;
+    EXPECT_EQ(vd::media::MovieFromFile(path, movie), 0) << path;
+    return movie;
+}
+
+// count stereo frames of one value in both channels.
+inline std::vector<int16_t> Constant(int16_t value, size_t frames) { return std::vector<int16_t>(2 * frames, value); }
 
 inline uint32_t Be32(const std::string& b, size_t at) {
     return uint32_t(uint8_t(b[at])) << 24 | uint32_t(uint8_t(b[at + 1])) << 16 | uint32_t(uint8_t(b[at + 2])) << 8 |

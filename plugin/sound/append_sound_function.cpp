@@ -1,0 +1,33 @@
+// Vandrel_AppendSound ( sound1 ; sound2 )
+#include "container/sound_container.h"
+#include "frame/args/arguments.h"
+#include "frame/errors/vds_error.h"
+#include "sound/editing_functions.h"
+#include "sound/selection_edits.h"
+#include "sound/sound_function_steps.h"
+
+namespace vd::sound {
+
+FMX_ErrCode AppendSoundFunction(const FunctionCall& call) {
+    VDSError& error = Begin("Vandrel_AppendSound");
+    if (ArgCount(call.args) != 2)
+        return ReportFailure(error, call.result, -50, "This function requires exactly 2 parameters.");
+    SoundMovie first, second;
+    if (int32_t e = OpenSoundParameter(call.args, 0, first))
+        return ReportFailure(error, call.result, e, "Could not get parameter #1 as sound.");
+    if (int32_t e = OpenSoundParameter(call.args, 1, second))
+        return ReportFailure(error, call.result, e, "Could not get parameter #2 as sound.");
+
+    media::Movie joined;
+    SoundMovie rendered;
+    RenderStep step;
+    media::Status s = AppendSounds(first.movie, second.movie, joined);
+    if (s == media::kNoError) s = RenderResult(std::move(joined), {}, rendered, step);
+    if (s) return ReportFailure(error, call.result, s, "Could not concatenate sounds.");
+    if (int32_t e = container::StoreMovieAsSound(call.result, rendered.movie))
+        return ReportFailure(error, call.result, e, "Could not set output.");
+    error.SetCode(0);
+    return 0;
+}
+
+}  // namespace vd::sound

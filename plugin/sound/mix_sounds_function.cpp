@@ -1,0 +1,36 @@
+// Vandrel_MixSounds ( sound1 ; sound2 )
+#include "container/sound_container.h"
+#include "frame/args/arguments.h"
+#include "frame/errors/vds_error.h"
+#include "sound/editing_functions.h"
+#include "sound/mix_sounds.h"
+#include "sound/sound_function_steps.h"
+#include "sound/wav_conversion.h"
+
+namespace vd::sound {
+
+FMX_ErrCode MixSoundsFunction(const FunctionCall& call) {
+    VDSError& error = Begin("Vandrel_MixSounds");
+    if (ArgCount(call.args) != 2)
+        return ReportFailure(error, call.result, -50, "This function requires exactly 2 parameters.");
+    SoundMovie first, second;
+    if (int32_t e = OpenSoundParameter(call.args, 0, first))
+        return ReportFailure(error, call.result, e, "Could not get parameter #1 as sound.");
+    if (int32_t e = OpenSoundParameter(call.args, 1, second))
+        return ReportFailure(error, call.result, e, "Could not get parameter #2 as sound.");
+
+    media::Movie mixed;
+    SoundMovie rendered;
+    RenderStep step;
+    media::Status s = EnsureLittleEndianPcm(first);
+    if (s == media::kNoError) s = EnsureLittleEndianPcm(second);
+    if (s == media::kNoError) s = MixSounds(first.movie, second.movie, mixed);
+    if (s == media::kNoError) s = RenderResult(std::move(mixed), {}, rendered, step);
+    if (s) return ReportFailure(error, call.result, s, "Could not mix sounds.");
+    if (int32_t e = container::StoreMovieAsSound(call.result, rendered.movie))
+        return ReportFailure(error, call.result, e, "Could not set result.");
+    error.SetCode(0);
+    return 0;
+}
+
+}  // namespace vd::sound
