@@ -22,6 +22,11 @@ if [ -x "$build/bin/sound_synthesis_bench" ]; then
   "$build/bin/sound_synthesis_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/sound_synthesis.txt
 fi
 
+if [ -x "$build/bin/sound_editing_bench" ]; then
+  echo "== amplify, normalize, append, mix, extract and fade of 10-minute sounds through vdhost against sox and ffmpeg (target: ratio <= 1.0 of the faster)"
+  "$build/bin/sound_editing_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/sound_editing.txt
+fi
+
 if [ -x "$build/bin/waveform_bench" ]; then
   echo "== Vandrel_DrawWaveform 1800 x 280 of a 10-minute WAV through vdhost against ffmpeg showwavespic (target: ratio <= 0.2)"
   "$build/bin/waveform_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/waveform.txt

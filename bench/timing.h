@@ -9,6 +9,7 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -28,7 +29,8 @@ inline double Median(std::vector<double> values) {
 inline double Seconds(Clock::duration d) { return std::chrono::duration<double>(d).count(); }
 
 // Wall time of one run in seconds, its output thrown away; negative when it could not start or failed.
-inline double Run(const std::vector<std::string>& args) {
+// peakKilobytes, when given, receives the run's peak resident memory.
+inline double Run(const std::vector<std::string>& args, long* peakKilobytes = nullptr) {
     std::vector<char*> argv;
     for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
     argv.push_back(nullptr);
@@ -42,8 +44,10 @@ inline double Run(const std::vector<std::string>& args) {
     posix_spawn_file_actions_destroy(&actions);
     if (rc != 0) return -1;
     int status = 0;
-    waitpid(pid, &status, 0);
+    rusage usage{};
+    wait4(pid, &status, 0, &usage);
     const double seconds = Seconds(Clock::now() - start);
+    if (peakKilobytes) *peakKilobytes = usage.ru_maxrss;
     return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? seconds : -1;
 }
 
