@@ -5,6 +5,7 @@
 #include "platform/media/decoding_sample_store.h"
 #include "platform/media/importer_subtypes.h"
 #include "platform/media/mac_time.h"
+#include "platform/media/plain_wav.h"
 
 extern "C" {
 #include <libavutil/bswap.h>
@@ -137,14 +138,28 @@ Status AttachPcmStore(const std::string& path, int64_t fileSize, int64_t dataOff
     return media.AppendRun(SampleRun{std::move(store), 0, frames, 1}, d);
 }
 
-}  // namespace
-
-Status MovieFromFile(const std::string& path, Movie& movie) {
-    QuietLibraryLogging();
-    struct stat info {};
+// What every opener checks first: the file is there, is a file, and is not empty.
+Status StatMediaFile(const std::string& path, struct stat& info) {
     if (::stat(path.c_str(), &info) != 0) return StatusFromErrno(errno, MediaStep::kOpening);
     if (S_ISDIR(info.st_mode)) return MediaFailure(kNotAFile, path + " is a folder");
     if (info.st_size == 0) return MediaFailure(kMovieNotFound, path + " is empty");
+    return kNoError;
+}
+
+}  // namespace
+
+Status MovieFromFile(const std::string& path, Movie& movie) {
+    struct stat info {};
+    if (Status s = StatMediaFile(path, info)) return s;
+    bool handled = false;
+    if (Status s = MovieFromPlainWav(path, info, movie, handled); handled) return s;
+    return MovieFromFileByLibraries(path, movie);
+}
+
+Status MovieFromFileByLibraries(const std::string& path, Movie& movie) {
+    QuietLibraryLogging();
+    struct stat info {};
+    if (Status s = StatMediaFile(path, info)) return s;
 
     AVFormatContext* raw = nullptr;  // avformat_open_input frees the context itself when it fails
     int rc = avformat_open_input(&raw, path.c_str(), nullptr, nullptr);

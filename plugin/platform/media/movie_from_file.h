@@ -13,6 +13,10 @@ namespace vd::media {
 // kFileNotFound (-43), kPermissionDenied (-54), kNotAFile (-1302) for a folder, kMovieNotFound
 // (-2048) for an empty, truncated, corrupt or non-media file. A file with no sound opens;
 // callers that need sound check FirstSoundTrack (kNoSoundTrack).
+// Plain PCM WAV files are read without the media libraries (plain_wav.h).
 Status MovieFromFile(const std::string& path, Movie& movie);
+
+// The same through the libraries alone, whatever the file: what MovieFromFile falls back to.
+Status MovieFromFileByLibraries(const std::string& path, Movie& movie);
 
 }  // namespace vd::media

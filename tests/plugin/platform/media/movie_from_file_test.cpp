@@ -3,12 +3,16 @@
 #include "platform/media/codec_formats.h"
 #include "platform/media/importer_subtypes.h"
 #include "platform/media/movie_from_file.h"
+#include "platform/media/plain_wav.h"
 #include "platform/media/render.h"
 #include "platform/media/sample_reading.h"
 
 #include "media_fixtures.h"
 
 #include <fstream>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace vd::media {
 namespace {
@@ -215,6 +219,99 @@ TEST(MediaFormatTables, CodecsAndDemuxersMapToTheMacCodes) {
     EXPECT_EQ(ImporterSubtypeFor("wav", "", false), FourCC("WAVE"));
     EXPECT_EQ(ImporterSubtypeFor("au", "", false), FourCC("ULAW"));
     EXPECT_EQ(ImporterSubtypeFor("tty", "", false), 0u);
+}
+
+}  // namespace
+}  // namespace vd::media
+
+namespace vd::media {
+namespace {
+
+// The movie of a WAV file must not depend on which opener read it: the plain reader and the
+// libraries agree on every field and every sample, and the reader leaves what it does not know
+// to the libraries.
+class PlainWavTest : public ::testing::Test {
+protected:
+    std::string Path(const char* name) { return (folder_ / name).string(); }
+
+    void ExpectSameMovie(const std::string& path) {
+        SCOPED_TRACE(path);
+        Movie plain, library;
+        ASSERT_EQ(MovieFromFile(path, plain), kNoError);
+        ASSERT_EQ(MovieFromFileByLibraries(path, library), kNoError);
+        EXPECT_EQ(plain.importerSubtype, library.importerSubtype);
+        EXPECT_EQ(plain.creationTime, library.creationTime);
+        EXPECT_EQ(plain.dataReference.path, library.dataReference.path);
+        ASSERT_EQ(plain.TrackCount(), 1u);
+        ASSERT_EQ(library.TrackCount(), 1u);
+        const Media& a = plain.TrackAt(0).media;
+        const Media& b = library.TrackAt(0).media;
+        EXPECT_EQ(a.timeScale, b.timeScale);
+        EXPECT_EQ(a.Descriptions(), b.Descriptions());
+        EXPECT_EQ(a.Duration(), b.Duration());
+        EXPECT_EQ(plain.Duration(), library.Duration());
+        std::vector<uint8_t> bytesA, bytesB;
+        ASSERT_EQ(ReadStoredBytes(a, 0, a.Duration(), bytesA), kNoError);
+        ASSERT_EQ(ReadStoredBytes(b, 0, b.Duration(), bytesB), kNoError);
+        EXPECT_EQ(bytesA, bytesB);
+    }
+
+    vdtest::TempFolder folder_;
+};
+
+TEST_F(PlainWavTest, BothOpenersGiveTheSameMovie) {
+    using vdtest::media::PcmWav;
+    vdtest::writeFile(Path("s16.wav"), vdtest::media::SineWav(4410, 2));
+    vdtest::writeFile(Path("u8.wav"), vdtest::media::SineWav(2205, 1, 22050, 8));
+    vdtest::writeFile(Path("s24.wav"), vdtest::media::SineWav(441, 3, 48000, 24));
+    vdtest::writeFile(Path("empty.wav"), PcmWav("", 2, 44100, 16));
+    // A chunk of odd size before the data (padded to even), and a data chunk that claims more than
+    // the file holds: both read what is there.
+    std::string odd = PcmWav(std::string(400, '\x11'), 2, 44100, 16);
+    odd.insert(36, std::string("note\x03\x00\x00\x00" "abc\0", 12));
+    odd[4] = char(uint8_t(odd[4]) + 12);
+    vdtest::writeFile(Path("odd.wav"), odd);
+    std::string cut = PcmWav(std::string(400, '\x22'), 1, 8000, 16);
+    vdtest::writeFile(Path("cut.wav"), cut.substr(0, cut.size() - 101));
+    for (const char* name : {"s16.wav", "u8.wav", "s24.wav", "empty.wav", "odd.wav", "cut.wav"}) ExpectSameMovie(Path(name));
+
+    if (!vdtest::media::HaveFfmpeg()) return;
+    const std::string in = Path("s16.wav");
+    Ffmpeg({"-i", in, "-c:a", "pcm_f32le", Path("f32.wav")});
+    Ffmpeg({"-i", in, "-c:a", "pcm_s32le", "-rf64", "never", Path("s32.wav")});
+    Ffmpeg({"-i", in, "-ac", "6", "-c:a", "pcm_s16le", Path("six.wav")});  // written as extensible
+    for (const char* name : {"f32.wav", "s32.wav", "six.wav"}) ExpectSameMovie(Path(name));
+}
+
+TEST_F(PlainWavTest, OtherWavFilesAreLeftToTheLibraries) {
+    PlainWavLayout layout;
+    auto plain = [&](const std::string& bytes) {
+        vdtest::writeFile(Path("x.wav"), bytes);
+        const int fd = ::open(Path("x.wav").c_str(), O_RDONLY);
+        const bool answer = ReadPlainWavLayout(fd, int64_t(bytes.size()), layout);
+        ::close(fd);
+        return answer;
+    };
+    std::string wav = vdtest::media::PcmWav(std::string(40, '\0'), 2, 44100, 16);
+    EXPECT_TRUE(plain(wav));
+    EXPECT_EQ(layout.dataOffset, 44);
+    EXPECT_EQ(layout.dataSize, 40);
+    std::string alaw = wav;
+    alaw[20] = 6;  // A-law samples
+    EXPECT_FALSE(plain(alaw));
+    std::string streamed = wav;
+    streamed.replace(40, 4, "\xFF\xFF\xFF\xFF");
+    EXPECT_FALSE(plain(streamed));
+    EXPECT_FALSE(plain(vdtest::media::PcmWav(std::string(40, '\0'), 2, 44100, 12)));
+    EXPECT_FALSE(plain("RIFF\x04\x00\x00\x00WAVE"));  // no chunks at all
+    EXPECT_FALSE(plain(std::string("RIFX") + wav.substr(4)));
+
+    Movie movie;
+    vdtest::writeFile(Path("law.wav"), alaw);
+    if (vdtest::media::HaveFfmpeg()) {
+        ASSERT_EQ(MovieFromFile(Path("law.wav"), movie), kNoError);  // read by the libraries instead
+        EXPECT_EQ(movie.TrackAt(0).media.Descriptions().front().dataFormat, FourCC("alaw"));
+    }
 }
 
 }  // namespace
