@@ -51,11 +51,11 @@ inline double Run(const std::vector<std::string>& args, long* peakKilobytes = nu
     return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? seconds : -1;
 }
 
-// The median of kRuns runs after one warm-up run; negative when any run failed.
-inline double MedianOf(const std::vector<std::string>& args) {
+// The median of `runs` runs after one warm-up run; negative when any run failed.
+inline double MedianOf(const std::vector<std::string>& args, int runs = kRuns) {
     if (Run(args) < 0) return -1;
     std::vector<double> times;
-    for (int i = 0; i < kRuns; ++i) {
+    for (int i = 0; i < runs; ++i) {
         const double t = Run(args);
         if (t < 0) return -1;
         times.push_back(t);

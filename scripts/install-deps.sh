@@ -8,7 +8,8 @@ packages=(
   g++ cmake ninja-build pkg-config
   # host: database file, line editing
   libsqlite3-dev libedit-dev
-  # plug-in: settings compression, the media layer (FFmpeg) and images (libvips)
+  # plug-in: settings compression, the media layer (FFmpeg) and images (libvips); the -dev packages
+  # give the headers and bring the libraries, which the plug-in loads when a function first needs them
   zlib1g-dev libavformat-dev libavcodec-dev libswresample-dev libavutil-dev libvips-dev
   # the dialog module (GTK 3, loaded only when a dialog is shown) and opening items with their application
   libgtk-3-dev xdg-utils

@@ -1,6 +1,6 @@
-// Starting libvips costs tens of milliseconds (it loads its format modules). A function that will
-// encode a picture only after long work of its own starts the library on a helper thread first,
-// so that the two overlap instead of adding up.
+// Starting libvips costs tens of milliseconds (loading the library, then its format modules). A
+// function that will encode a picture only after long work of its own starts the library on a
+// helper thread first, so that the two overlap instead of adding up.
 #pragma once
 
 #include <thread>

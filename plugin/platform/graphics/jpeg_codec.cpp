@@ -1,10 +1,12 @@
 #include "platform/graphics/jpeg_codec.h"
 
+#include "platform/graphics/vips_call.h"
 #include "platform/graphics/vips_library.h"
 #include "platform/graphics/vips_owners.h"
 
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace vd::platform {
 
@@ -16,45 +18,48 @@ GraphicsStatus EncodeJpeg(const PixelBuffer& buffer, int32_t width, int32_t heig
     VipsImagePtr whole(vips_image_new_from_memory(buffer.Pixels(), buffer.RowBytes() * size_t(buffer.Height()),
                                                   buffer.Width(), buffer.Height(), 4, VIPS_FORMAT_UCHAR));
     if (!whole) return StatusFromVipsError(GraphicsStep::kEncoding);
-    VipsImage* out = nullptr;
-    if (vips_crop(whole.get(), &out, 0, 0, width, height, nullptr)) return StatusFromVipsError(GraphicsStep::kEncoding);
-    VipsImagePtr region(out);
+    VipsImagePtr region, rgb;
+    VipsCall crop("crop");
+    crop.Set("input", whole.get()).Set("left", 0).Set("top", 0).Set("width", width).Set("height", height);
+    if (GraphicsStatus s = crop.Run(GraphicsStep::kEncoding, region)) return s;
     // Four bands would be written as CMYK; the picture's colour is in the first three.
-    if (vips_extract_band(region.get(), &out, 0, "n", 3, nullptr)) return StatusFromVipsError(GraphicsStep::kEncoding);
-    VipsImagePtr rgb(out);
-    void* encoded = nullptr;
-    size_t length = 0;
-    if (vips_jpegsave_buffer(rgb.get(), &encoded, &length, "Q", quality, nullptr))
-        return StatusFromVipsError(GraphicsStep::kEncoding);
-    GlibBuffer owner(encoded);
-    try {
-        jpeg.assign(static_cast<const uint8_t*>(encoded), static_cast<const uint8_t*>(encoded) + length);
-    } catch (const std::bad_alloc&) {
-        return kGraphicsMemoryFull;
-    }
-    return kGraphicsOk;
+    VipsCall colour("extract_band");
+    colour.Set("in", region.get()).Set("band", 0).Set("n", 3);
+    if (GraphicsStatus s = colour.Run(GraphicsStep::kEncoding, rgb)) return s;
+    VipsCall save("jpegsave_buffer");
+    save.Set("in", rgb.get()).Set("Q", quality);
+    if (GraphicsStatus s = save.Run(GraphicsStep::kEncoding)) return s;
+    return save.CopyBlob("buffer", jpeg);
 }
 
 GraphicsStatus DecodeImage(const void* bytes, size_t size, DecodedImage& image) {
     if (!bytes || size == 0) return kGraphicsCorruptImage;
     if (GraphicsStatus s = StartVips()) return s;
+    const char* loader = vips_foreign_find_load_buffer(bytes, size);
+    if (!loader) return StatusFromVipsError(GraphicsStep::kDecoding);
     // Only the header is read here; the pixels are decoded when they are written to memory below,
     // after the size has been checked.
-    VipsImagePtr source(vips_image_new_from_buffer(bytes, size, "", "access", VIPS_ACCESS_SEQUENTIAL, nullptr));
-    if (!source) return StatusFromVipsError(GraphicsStep::kDecoding);
+    VipsImagePtr source;
+    VipsCall load(loader);
+    load.SetBlob("buffer", bytes, size).SetEnum("access", VIPS_TYPE_ACCESS, VIPS_ACCESS_SEQUENTIAL);
+    if (GraphicsStatus s = load.Run(GraphicsStep::kDecoding, source)) return s;
     const int64_t width = vips_image_get_width(source.get()), height = vips_image_get_height(source.get());
     if (width < 1 || height < 1) return kGraphicsCorruptImage;
     if (width * height > PixelBuffer::kMaxPixels) return kGraphicsMemoryFull;
-    VipsImage* out = nullptr;
-    if (vips_colourspace(source.get(), &out, VIPS_INTERPRETATION_sRGB, nullptr))
-        return StatusFromVipsError(GraphicsStep::kDecoding);
-    VipsImagePtr srgb(out);
+    VipsImagePtr srgb, pixels;
+    VipsCall colourspace("colourspace");
+    colourspace.Set("in", source.get()).SetEnum("space", VIPS_TYPE_INTERPRETATION, VIPS_INTERPRETATION_sRGB);
+    if (GraphicsStatus s = colourspace.Run(GraphicsStep::kDecoding, srgb)) return s;
     if (srgb->Bands > 3) {
-        if (vips_flatten(srgb.get(), &out, nullptr)) return StatusFromVipsError(GraphicsStep::kDecoding);
-        srgb.reset(out);
+        VipsImagePtr flat;
+        VipsCall flatten("flatten");
+        flatten.Set("in", srgb.get());
+        if (GraphicsStatus s = flatten.Run(GraphicsStep::kDecoding, flat)) return s;
+        srgb = std::move(flat);
     }
-    if (vips_cast_uchar(srgb.get(), &out, nullptr)) return StatusFromVipsError(GraphicsStep::kDecoding);
-    VipsImagePtr pixels(out);
+    VipsCall cast("cast");
+    cast.Set("in", srgb.get()).SetEnum("format", VIPS_TYPE_BAND_FORMAT, VIPS_FORMAT_UCHAR);
+    if (GraphicsStatus s = cast.Run(GraphicsStep::kDecoding, pixels)) return s;
     if (pixels->Bands != 3) return kGraphicsCorruptImage;
     size_t length = 0;
     GlibBuffer memory(vips_image_write_to_memory(pixels.get(), &length));

@@ -1,5 +1,7 @@
 #include "platform/graphics/vips_library.h"
 
+#include "platform/graphics/vips_functions.h"
+
 #include <vips/vips.h>
 
 #include <atomic>
@@ -19,9 +21,15 @@ bool Mentions(std::string_view text, std::string_view word) { return text.find(w
 
 GraphicsStatus StartVips() {
     static std::once_flag once;
+    static std::string problem;  // why libvips could not be started, for every caller that asks again
     std::call_once(once, [] {
+        if (const std::string_view reason = LoadVips(); !reason.empty()) {
+            problem = "libvips cannot be loaded: " + std::string(reason);
+            return;
+        }
         if (vips_init("vandrel") != 0) {
             StatusFromVipsError(GraphicsStep::kStarting);
+            problem = tLastDetail;
             return;
         }
         // Each picture is encoded once and thrown away, so libvips's cache of operations would
@@ -29,7 +37,9 @@ GraphicsStatus StartVips() {
         vips_cache_set_max(0);
         gStarted = true;
     });
-    return gStarted ? kGraphicsOk : kGraphicsNoComponent;
+    if (gStarted) return kGraphicsOk;
+    tLastDetail = problem;
+    return kGraphicsNoComponent;
 }
 
 bool VipsStarted() { return gStarted; }

@@ -8,7 +8,8 @@
 
 namespace vd::platform {
 
-// Starts libvips once per process. kGraphicsNoComponent when it cannot be started.
+// Loads and starts libvips once per process. kGraphicsNoComponent when it cannot be loaded or
+// started (LastGraphicsErrorDetail says why, on every call).
 GraphicsStatus StartVips();
 // Whether StartVips has succeeded already (a cheap check, for callers deciding whether to start it).
 bool VipsStarted();

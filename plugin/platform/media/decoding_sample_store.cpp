@@ -1,6 +1,7 @@
 #include "platform/media/decoding_sample_store.h"
 
 #include "platform/media/av_owners.h"
+#include "platform/media/ffmpeg_functions.h"
 
 #include <algorithm>
 #include <cstring>
@@ -24,7 +25,7 @@ DecodingSampleStore::DecodingSampleStore(std::string path, int streamIndex, int 
 DecodingSampleStore::~DecodingSampleStore() = default;
 
 Status DecodingSampleStore::Restart() {
-    QuietLibraryLogging();
+    if (Status s = StartFfmpeg()) return s;
     decoder_.reset();
     pending_.clear();
     pendingUsed_ = 0;

@@ -23,11 +23,10 @@
 
 extern "C" {
 #include <libavutil/error.h>
-#include <libavutil/log.h>
 }
 
 #include <cerrno>
-#include <mutex>
+#include <cstring>
 
 namespace vd::media {
 
@@ -79,7 +78,12 @@ Status StatusFromAvError(int avError, MediaStep step) {
     return MapAvError(avError, step);
 }
 
-Status StatusFromErrno(int errnoValue, MediaStep step) { return StatusFromAvError(AVERROR(errnoValue), step); }
+Status StatusFromErrno(int errnoValue, MediaStep step) {
+    // The text av_strerror gives for AVERROR(errno) too.
+    char text[AV_ERROR_MAX_STRING_SIZE] = {};
+    lastDetail = strerror_r(errnoValue, text, sizeof text);
+    return MapAvError(AVERROR(errnoValue), step);
+}
 
 Status MediaFailure(Status status, std::string detail) {
     lastDetail = std::move(detail);
@@ -87,10 +91,5 @@ Status MediaFailure(Status status, std::string detail) {
 }
 
 const std::string& LastMediaErrorDetail() { return lastDetail; }
-
-void QuietLibraryLogging() {
-    static std::once_flag once;
-    std::call_once(once, [] { av_log_set_level(AV_LOG_QUIET); });
-}
 
 }  // namespace vd::media

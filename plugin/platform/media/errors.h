@@ -41,7 +41,8 @@ enum class MediaStep { kOpening, kReading, kWriting };
 // (av_strerror) is kept as the detail of the calling thread's last media error.
 Status StatusFromAvError(int avError, MediaStep step);
 
-// errno values from our own file work go through the same table.
+// errno values from our own file work go through the same table (without FFmpeg, which such work
+// must not load).
 Status StatusFromErrno(int errnoValue, MediaStep step);
 
 // Records a status the layer decided itself, with a detail text for logs and messages.
@@ -49,10 +50,5 @@ Status MediaFailure(Status status, std::string detail);
 
 // The detail text of the last failure on this thread ("" after none).
 const std::string& LastMediaErrorDetail();
-
-// FFmpeg prints its warnings to the standard error of the process, which is the host's; a
-// plug-in keeps quiet there and reports through its status codes and detail texts instead.
-// Called (once is enough, more are free) by every entry into the libraries.
-void QuietLibraryLogging();
 
 }  // namespace vd::media

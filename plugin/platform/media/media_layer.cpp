@@ -1,6 +1,7 @@
 #include "platform/media/media_layer.h"
 
 #include "platform/media/library_search.h"
+#include "platform/media/library_sonames.h"
 
 #include <array>
 #include <cstdlib>
@@ -26,7 +27,7 @@ bool AllPresent(std::initializer_list<const char*> sonames) {
 
 uint32_t MediaLayerVersion() {
     if (ForcedAbsent("VANDREL_MEDIA_LAYER")) return 0;
-    return AllPresent({"libavformat.so.59", "libavcodec.so.59", "libswresample.so.4", "libavutil.so.57"})
+    return AllPresent({kAvFormatLibrary, kAvCodecLibrary, kSwResampleLibrary, kAvUtilLibrary})
                ? kMediaLayerVersion
                : 0;
 }
@@ -34,7 +35,7 @@ uint32_t MediaLayerVersion() {
 bool JpegExporterPresent() {
     if (ForcedAbsent("VANDREL_JPEG_EXPORT")) return false;
     // Debian's libvips saves JPEG through libjpeg 62; without it vips has no jpegsave operation.
-    return AllPresent({"libvips.so.42", "libjpeg.so.62"});
+    return AllPresent({kVipsLibrary, kJpegLibrary});
 }
 
 }  // namespace vd::platform

@@ -9,7 +9,8 @@ namespace vd::platform {
 
 // The version word of the media layer when its libraries (libavformat 59, libavcodec 59,
 // libswresample 4, libavutil 57) are installed; 0 when one is missing. Setting the environment
-// variable VANDREL_MEDIA_LAYER to "absent" makes the layer count as missing (tests use it).
+// variable VANDREL_MEDIA_LAYER to "absent" makes the layer count as missing (tests use it; with
+// "unloadable" the layer counts as there, and its load at first use fails: see StartFfmpeg).
 inline constexpr uint32_t kMediaLayerVersion = 0x07700000;
 uint32_t MediaLayerVersion();
 

@@ -4,6 +4,7 @@
 #include "platform/media/memory_sound_decoder.h"
 
 #include "platform/media/av_owners.h"
+#include "platform/media/ffmpeg_functions.h"
 
 #include <algorithm>
 #include <new>
@@ -91,11 +92,11 @@ bool CompressedPacketOf(FourCharCode format, CompressedPacket& packet) {
 
 Status DecodeSoundBytes(FourCharCode format, int channels, int rate, const uint8_t* bytes, size_t size,
                         std::vector<int16_t>& out) {
-    QuietLibraryLogging();
     out.clear();
     const Codec* c = Find(format);
     if (!c) return MediaFailure(kNoCodec, "no decoder for '" + FourCCText(format) + "' samples in memory");
     if (channels < 1 || channels > 8 || rate < 1) return MediaFailure(kBadParameter, "a sound with no channels or rate");
+    if (Status s = StartFfmpeg()) return s;
     const AVCodec* decoder = avcodec_find_decoder(c->id);
     if (!decoder) return MediaFailure(kNoCodec, std::string("this FFmpeg has no ") + avcodec_get_name(c->id) + " decoder");
     Decoding d;

@@ -3,6 +3,7 @@
 #include "platform/media/av_owners.h"
 #include "platform/media/codec_formats.h"
 #include "platform/media/decoding_sample_store.h"
+#include "platform/media/ffmpeg_functions.h"
 #include "platform/media/importer_subtypes.h"
 #include "platform/media/mac_time.h"
 #include "platform/media/plain_wav.h"
@@ -157,9 +158,9 @@ Status MovieFromFile(const std::string& path, Movie& movie) {
 }
 
 Status MovieFromFileByLibraries(const std::string& path, Movie& movie) {
-    QuietLibraryLogging();
     struct stat info {};
     if (Status s = StatMediaFile(path, info)) return s;
+    if (Status s = StartFfmpeg()) return s;
 
     AVFormatContext* raw = nullptr;  // avformat_open_input frees the context itself when it fails
     int rc = avformat_open_input(&raw, path.c_str(), nullptr, nullptr);

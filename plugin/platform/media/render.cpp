@@ -209,7 +209,6 @@ bool RendersAsCopy(const Movie& movie, const OutputFormat& format, const RenderO
 
 Status RenderMovie(const Movie& movie, const std::string& target, const OutputFormat& format,
                    const RenderOptions& options) {
-    QuietLibraryLogging();
     if (!movie.FirstSoundTrack()) return MediaFailure(kNoSoundTrack, "the movie has no sound track");
     try {
         std::vector<TrackSource> sources;

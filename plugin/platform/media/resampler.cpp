@@ -1,6 +1,7 @@
 #include "platform/media/resampler.h"
 
 #include "platform/media/av_owners.h"
+#include "platform/media/ffmpeg_functions.h"
 
 #include <new>
 
@@ -17,6 +18,7 @@ Resampler::~Resampler() = default;
 Status Resampler::Create(int inRate, int inChannels, int outRate, int outChannels, std::unique_ptr<Resampler>& out) {
     if (inRate <= 0 || outRate <= 0 || inChannels <= 0 || outChannels <= 0)
         return MediaFailure(kBadParameter, "a rate or channel count below 1");
+    if (Status s = StartFfmpeg()) return s;
     auto state = std::unique_ptr<State>(new (std::nothrow) State);
     if (!state) return MediaFailure(kMemoryFull, "no memory for a resampler");
     AVChannelLayout inLayout, outLayout;

@@ -1,0 +1,100 @@
+#include "platform/graphics/vips_call.h"
+
+#include <new>
+
+namespace vd::platform {
+
+namespace {
+
+// A GValue of one type, unset (releasing what it holds) when it goes.
+struct OwnedValue {
+    explicit OwnedValue(GType type) { g_value_init(&value, type); }
+    ~OwnedValue() { g_value_unset(&value); }
+    OwnedValue(const OwnedValue&) = delete;
+    OwnedValue& operator=(const OwnedValue&) = delete;
+
+    GValue value = G_VALUE_INIT;
+};
+
+}  // namespace
+
+VipsCall::VipsCall(const char* operation) : operation_(vips_operation_new(operation)) {}
+
+VipsCall::~VipsCall() {
+    if (!operation_) return;
+    // Until it is built, the operation owns whatever outputs it made on the way; once built, its
+    // outputs belong to whoever reads them, and the operation only holds its own references.
+    if (!built_) vips_object_unref_outputs(&operation_->parent_instance);
+    g_object_unref(operation_);
+}
+
+VipsCall& VipsCall::Set(const char* name, VipsImage* image) {
+    if (!operation_) return *this;
+    OwnedValue value(VIPS_TYPE_IMAGE);
+    g_value_set_object(&value.value, image);
+    g_object_set_property(Object(), name, &value.value);
+    return *this;
+}
+
+VipsCall& VipsCall::Set(const char* name, int number) {
+    if (!operation_) return *this;
+    OwnedValue value(G_TYPE_INT);
+    g_value_set_int(&value.value, number);
+    g_object_set_property(Object(), name, &value.value);
+    return *this;
+}
+
+VipsCall& VipsCall::SetEnum(const char* name, GType type, int member) {
+    if (!operation_) return *this;
+    OwnedValue value(type);
+    g_value_set_enum(&value.value, member);
+    g_object_set_property(Object(), name, &value.value);
+    return *this;
+}
+
+VipsCall& VipsCall::SetBlob(const char* name, const void* bytes, size_t size) {
+    if (!operation_) return *this;
+    VipsBlob* blob = vips_blob_new(nullptr, bytes, size);
+    OwnedValue value(VIPS_TYPE_BLOB);
+    g_value_set_boxed(&value.value, blob);  // the value takes a reference of its own
+    vips_area_unref(&blob->area);
+    g_object_set_property(Object(), name, &value.value);
+    return *this;
+}
+
+GraphicsStatus VipsCall::Run(GraphicsStep step) {
+    if (!operation_) return StatusFromVipsError(step);
+    VipsOperation* built = vips_cache_operation_build(operation_);
+    if (!built) return StatusFromVipsError(step);
+    // The cache answers this operation or an equal one it already held, with a reference for us.
+    g_object_unref(operation_);
+    operation_ = built;
+    built_ = true;
+    return kGraphicsOk;
+}
+
+GraphicsStatus VipsCall::Run(GraphicsStep step, VipsImagePtr& out) {
+    if (GraphicsStatus s = Run(step)) return s;
+    OwnedValue value(VIPS_TYPE_IMAGE);
+    g_object_get_property(Object(), "out", &value.value);
+    out.reset(static_cast<VipsImage*>(g_value_dup_object(&value.value)));
+    return out ? kGraphicsOk : kGraphicsInternal;
+}
+
+GraphicsStatus VipsCall::CopyBlob(const char* name, std::vector<uint8_t>& bytes) {
+    if (!built_) return kGraphicsInternal;
+    OwnedValue value(VIPS_TYPE_BLOB);
+    g_object_get_property(Object(), name, &value.value);
+    auto* blob = static_cast<VipsBlob*>(g_value_get_boxed(&value.value));
+    if (!blob) return kGraphicsInternal;
+    size_t length = 0;
+    const auto* data = static_cast<const uint8_t*>(vips_blob_get(blob, &length));
+    try {
+        bytes.assign(data, data + length);
+    } catch (const std::bad_alloc&) {
+        return kGraphicsMemoryFull;
+    }
+    return kGraphicsOk;
+}
+
+}  // namespace vd::platform
