@@ -6,7 +6,7 @@
 //                started from here as a script would start it: the host's start-up and the plug-in's
 //                load are included (the host's bare start-up is shown beside it);
 //   in-process   the same calculation in one vdhost::Session with the plug-in loaded: the first call
-//                (which also loads FFmpeg and libvips, and starts libvips) and the median of the
+//                (which also loads and starts libvips; the plain WAV needs no FFmpeg) and the median of the
 //                calls after it.
 // ffmpeg is always a whole run. The runs of the two tools alternate, so that a busy machine slows
 // both alike; medians after one warm-up (the file is then in the page cache for both); the ratio
@@ -123,7 +123,7 @@ int main(int argc, char** argv) {
             Line("whole runs: ours", ours);
             Line("whole runs: theirs", theirs);
             std::printf("whole runs: ratio %.3f (target <= 0.2)\n", ours / theirs);
-            Line("in-process: first call (loads FFmpeg and libvips)", first);
+            Line("in-process: first call (loads libvips)", first);
             Line("in-process: later calls", inProcess);
             Line("theirs, alternating with the in-process calls", theirsBeside);
             std::printf("in-process: ratio %.3f, first call %.3f (target <= 0.2)\n", inProcess / theirsBeside,
