@@ -61,9 +61,8 @@ void Report(const char* job, double ours, const char* tool, double theirs, doubl
 
 int main(int argc, char** argv) {
     const char* pluginDir = argc > 1 ? argv[1] : VD_PLUGIN_DIR;
-    std::string pattern = (fs::temp_directory_path() / "vd-file-bench-XXXXXX").string();
-    if (!mkdtemp(pattern.data())) return 1;
-    const fs::path work = pattern;
+    const fs::path work = MakeBenchFolder("file-bench");
+    if (work.empty()) return 1;
 
     int failures = 0;
     {

@@ -92,9 +92,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::string vdhost = argv[1], plugins = argv[2];
-    std::string pattern = (fs::temp_directory_path() / "vd-edit-bench-XXXXXX").string();
-    if (!mkdtemp(pattern.data())) return 1;
-    const fs::path folder = pattern;
+    const fs::path folder = MakeBenchFolder("edit-bench");
+    if (folder.empty()) return 1;
     const std::string a = (folder / "a.wav").string(), b = (folder / "b.wav").string();
     const std::string out = (folder / "o.wav").string(), db = (folder / "bench.vddb").string();
     if (!WriteSineWav(a, 440) || !WriteSineWav(b, 660)) {

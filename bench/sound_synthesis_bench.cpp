@@ -31,9 +31,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::string vdhost = argv[1], plugins = argv[2];
-    std::string pattern = (fs::temp_directory_path() / "vd-synth-bench-XXXXXX").string();
-    if (!mkdtemp(pattern.data())) return 1;
-    const fs::path folder = pattern;
+    const fs::path folder = MakeBenchFolder("synth-bench");
+    if (folder.empty()) return 1;
     const std::string db = (folder / "bench.vddb").string();
 
     // Start-ups are short and noisy: more runs for them.

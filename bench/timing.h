@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include <fcntl.h>
+#include <stdlib.h>
 #include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -61,6 +63,14 @@ inline double MedianOf(const std::vector<std::string>& args, int runs = kRuns) {
         times.push_back(t);
     }
     return Median(times);
+}
+
+// A new folder of the benchmark's own under the system's temporary folder ("vd-<name>-XXXXXX");
+// empty when it cannot be made.
+inline std::filesystem::path MakeBenchFolder(const std::string& name) {
+    std::string pattern = (std::filesystem::temp_directory_path() / ("vd-" + name + "-XXXXXX")).string();
+    if (!mkdtemp(pattern.data())) return {};
+    return pattern;
 }
 
 }  // namespace vdbench

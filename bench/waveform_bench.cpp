@@ -72,9 +72,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::string vdhost = argv[1], plugins = argv[2];
-    std::string pattern = (fs::temp_directory_path() / "vd-wave-bench-XXXXXX").string();
-    if (!mkdtemp(pattern.data())) return 1;
-    const fs::path folder = pattern;
+    const fs::path folder = MakeBenchFolder("wave-bench");
+    if (folder.empty()) return 1;
     const std::string wav = (folder / "x.wav").string(), db = (folder / "bench.vddb").string();
     const std::string jpeg = (folder / "x.jpg").string(), png = (folder / "out.png").string();
 

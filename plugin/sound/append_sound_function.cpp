@@ -13,10 +13,7 @@ FMX_ErrCode AppendSoundFunction(const FunctionCall& call) {
     if (ArgCount(call.args) != 2)
         return ReportFailure(error, call.result, -50, "This function requires exactly 2 parameters.");
     SoundMovie first, second;
-    if (int32_t e = OpenSoundParameter(call.args, 0, first))
-        return ReportFailure(error, call.result, e, "Could not get parameter #1 as sound.");
-    if (int32_t e = OpenSoundParameter(call.args, 1, second))
-        return ReportFailure(error, call.result, e, "Could not get parameter #2 as sound.");
+    if (OpenTwoSoundParameters(error, call.args, call.result, first, second) != 0) return 0;
 
     media::Movie joined;
     SoundMovie rendered;

@@ -11,14 +11,8 @@ namespace vd::sound {
 
 namespace {
 
-const char* RenderMessage(RenderStep step) {
-    switch (step) {
-        case RenderStep::kTemporaryFile: return "Could not get reference to temporary file.";
-        case RenderStep::kWriting: return "Failed to export sound as WAVE.";
-        case RenderStep::kReopening: break;
-    }
-    return "Failed to open extracted result.";
-}
+constexpr RenderMessages kRenderMessages{"Could not get reference to temporary file.", "Failed to export sound as WAVE.",
+                                         "Failed to open extracted result."};
 
 }  // namespace
 
@@ -40,7 +34,7 @@ FMX_ErrCode ExtractSoundFunction(const FunctionCall& call) {
     SoundMovie rendered;
     RenderStep step;
     if (media::Status s = RenderResult(std::move(part), {}, rendered, step))
-        return ReportFailure(error, call.result, s, RenderMessage(step));
+        return ReportFailure(error, call.result, s, kRenderMessages.For(step));
     if (int32_t e = container::StoreMovieAsSound(call.result, rendered.movie))
         return ReportFailure(error, call.result, e, "Failed to set result.");
     error.SetCode(0);

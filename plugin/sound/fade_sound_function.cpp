@@ -19,14 +19,8 @@ namespace {
 constexpr media::FourCharCode kFallbackFormat = media::FourCC("lifs");
 constexpr media::FourCharCode kMpeg4Audio = media::FourCC("M4A ");
 
-const char* RenderMessage(RenderStep step) {
-    switch (step) {
-        case RenderStep::kTemporaryFile: return "Could not get reference to a temporary file.";
-        case RenderStep::kWriting: return "Failed to export sound as WAVE.";
-        case RenderStep::kReopening: break;
-    }
-    return "Failed to open sound file.";
-}
+constexpr RenderMessages kRenderMessages{"Could not get reference to a temporary file.",
+                                         "Failed to export sound as WAVE.", "Failed to open sound file."};
 
 }  // namespace
 
@@ -64,7 +58,7 @@ FMX_ErrCode FadeSoundFunction(const FunctionCall& call) {
     SoundMovie rendered;
     RenderStep step;
     if (media::Status s = RenderResult(std::move(sound.movie), options, rendered, step))
-        return ReportFailure(error, call.result, s, RenderMessage(step));
+        return ReportFailure(error, call.result, s, kRenderMessages.For(step));
     if (int32_t e = container::StoreMovieAsSound(call.result, rendered.movie))
         return ReportFailure(error, call.result, e, "Failed to set result.");
     error.SetCode(0);

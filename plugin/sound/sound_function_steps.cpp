@@ -58,6 +58,19 @@ int32_t StoreSoundResult(FMX_Data* result, media::Movie&& edited) {
     return container::StoreMovieAsSound(result, rendered.movie);
 }
 
+int32_t OpenTwoSoundParameters(VDSError& error, const FMX_DataVect* args, FMX_Data* result, SoundMovie& first,
+                               SoundMovie& second) {
+    if (int32_t e = OpenSoundParameter(args, 0, first)) {
+        ReportFailure(error, result, e, "Could not get parameter #1 as sound.");
+        return e;
+    }
+    if (int32_t e = OpenSoundParameter(args, 1, second)) {
+        ReportFailure(error, result, e, "Could not get parameter #2 as sound.");
+        return e;
+    }
+    return 0;
+}
+
 FMX_ErrCode ReportFailure(VDSError& error, FMX_Data* result, int32_t code, std::string_view message) {
     error.SetCode(code);
     if (!message.empty()) error.SetMessage(message);

@@ -31,6 +31,17 @@ int32_t SoundParameter(const FMX_DataVect* args, uint32_t index, PcmNeed need, S
 // Where rendering a result failed; functions that tell the steps apart say so in their messages.
 enum class RenderStep { kTemporaryFile, kWriting, kReopening };
 
+// A function's own messages for the steps of rendering, where it tells them apart.
+struct RenderMessages {
+    const char* temporaryFile;
+    const char* writing;
+    const char* reopening;
+
+    const char* For(RenderStep step) const {
+        return step == RenderStep::kTemporaryFile ? temporaryFile : step == RenderStep::kWriting ? writing : reopening;
+    }
+};
+
 // The edited movie (consumed) written to a new temporary WAV file with the options' envelopes and
 // opened again as result, which then owns the file. On failure, step says where and nothing is
 // left. A movie whose rendering would copy its samples unchanged (16-bit stereo 44.1 kHz at full
@@ -42,6 +53,11 @@ media::Status RenderResult(media::Movie&& edited, const media::RenderOptions& op
 // The edited movie as the container result, by way of a temporary WAV file that is removed
 // afterwards. 0 or the failure's code; the result is untouched on failure.
 int32_t StoreSoundResult(FMX_Data* result, media::Movie&& edited);
+
+// The two sound arguments of a function that combines sounds, with the messages for either.
+// 0, or the failure already reported (its result set) through ReportFailure.
+int32_t OpenTwoSoundParameters(VDSError& error, const FMX_DataVect* args, FMX_Data* result, SoundMovie& first,
+                               SoundMovie& second);
 
 // A failed sound function: the code, the function's message for it ("" keeps the code's own) and
 // the status text of both as the function's result.
