@@ -13,25 +13,18 @@ namespace {
 using Base64Test = CalcTest;
 
 TEST_F(Base64Test, TextsAreEncodedAsUtf8) {
-    struct Case {
-        const char* calculation;
-        const char* expected;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {"Base64Encode ( \"Hello\" )", "SGVsbG8="},
-             {"Base64Encode ( \"é\" )", "w6k="},
-             {"Base64Encode ( \"\" )", ""},
-             {"Base64Encode ( 12 )", "MTI="},
-             {"Base64Decode ( \"SGVsbG8=\" )", "Hello"},
-             {"Base64Decode ( \"w6k=\" )", "é"},
-             {"Base64Decode ( \"SGVsbG8\" )", "Hello"},           // padding left out
-             {"Base64Decode ( \"SGVs¶bG8=\r\n\" )", "Hello"},     // wrapped lines
-             {"Base64Decode ( \"\" )", ""},
-             {"Base64Decode ( Base64Encode ( \"ü¶😀\" ) )", "ü\r😀"},
-         }) {
-        SCOPED_TRACE(c.calculation);
-        EXPECT_EQ(text(c.calculation), c.expected);
-    }
+    expectTexts({
+        {"Base64Encode ( \"Hello\" )", "SGVsbG8="},
+        {"Base64Encode ( \"é\" )", "w6k="},
+        {"Base64Encode ( \"\" )", ""},
+        {"Base64Encode ( 12 )", "MTI="},
+        {"Base64Decode ( \"SGVsbG8=\" )", "Hello"},
+        {"Base64Decode ( \"w6k=\" )", "é"},
+        {"Base64Decode ( \"SGVsbG8\" )", "Hello"},           // padding left out
+        {"Base64Decode ( \"SGVs¶bG8=\r\n\" )", "Hello"},     // wrapped lines
+        {"Base64Decode ( \"\" )", ""},
+        {"Base64Decode ( Base64Encode ( \"ü¶😀\" ) )", "ü\r😀"},
+    });
 }
 
 TEST_F(Base64Test, InvalidBase64IsAnEvaluationErrorAtTheCall) {

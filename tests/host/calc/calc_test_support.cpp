@@ -50,4 +50,22 @@ CalcError CalcTest::failure(const std::string& utf8) {
     return CalcError(CalcError::Kind::Syntax, {0, 0}, "no error");
 }
 
+void CalcTest::expectTexts(std::initializer_list<TextCase> cases) {
+    for (const TextCase& c : cases) {
+        SCOPED_TRACE(c.calculation.substr(0, 60));
+        EXPECT_EQ(text(c.calculation), c.expected);
+    }
+}
+
+void CalcTest::expectFailures(std::initializer_list<FailureCase> cases) {
+    for (const FailureCase& c : cases) {
+        SCOPED_TRACE(c.calculation.substr(0, 60));
+        CalcError e = failure(c.calculation);
+        EXPECT_EQ(e.kind, c.kind);
+        EXPECT_EQ(e.line, c.line);
+        EXPECT_EQ(e.column, c.column);
+        EXPECT_EQ(e.message, c.message);
+    }
+}
+
 }  // namespace vdhost::calc::testing

@@ -9,24 +9,17 @@ namespace {
 using LiteralTest = CalcTest;
 
 TEST_F(LiteralTest, TextEscapesAndPilcrows) {
-    struct Case {
-        const char* calculation;
-        const char* expected;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {R"("a\"b")", "a\"b"},
-             {R"("a\\b")", "a\\b"},
-             {"\"a¶b\"", "a\rb"},          // ¶ inside a literal is a carriage return
-             {"\"a\\¶b\"", "a¶b"},         // \¶ is the pilcrow itself
-             {"\"a\" & ¶ & \"b\"", "a\rb"},
-             {R"("a\nb")", "a\\nb"},       // no other escapes: the backslash stays
-             {"\"line\none\"", "line\none"},
-             {"\"\"", ""},
-             {"\"😀é\"", "😀é"},
-         }) {
-        SCOPED_TRACE(c.calculation);
-        EXPECT_EQ(text(c.calculation), c.expected);
-    }
+    expectTexts({
+        {R"("a\"b")", "a\"b"},
+        {R"("a\\b")", "a\\b"},
+        {"\"a¶b\"", "a\rb"},          // ¶ inside a literal is a carriage return
+        {"\"a\\¶b\"", "a¶b"},         // \¶ is the pilcrow itself
+        {"\"a\" & ¶ & \"b\"", "a\rb"},
+        {R"("a\nb")", "a\\nb"},       // no other escapes: the backslash stays
+        {"\"line\none\"", "line\none"},
+        {"\"\"", ""},
+        {"\"😀é\"", "😀é"},
+    });
 }
 
 TEST_F(LiteralTest, Numbers) {

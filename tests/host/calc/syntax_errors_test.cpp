@@ -1,119 +1,89 @@
 // What a calculation that does not parse reports, and where.
 #include "calc_test_support.h"
 
-#include "api/text_codec.h"
-
 namespace vdhost::calc::testing {
 namespace {
 
-struct Case {
-    const char* calculation;
-    CalcError::Kind kind;
-    int line, column;
-    const char* message;
-};
-
+using SyntaxErrors = CalcTest;
 constexpr auto Syntax = CalcError::Kind::Syntax;
 constexpr auto Unknown = CalcError::Kind::UnknownName;
 
-void expectParseError(const Case& c) {
-    SCOPED_TRACE(c.calculation);
-    try {
-        Expression::parse(utf8ToUtf16(c.calculation));
-        ADD_FAILURE() << "parsed";
-    } catch (const CalcError& e) {
-        EXPECT_EQ(e.kind, c.kind);
-        EXPECT_EQ(e.line, c.line);
-        EXPECT_EQ(e.column, c.column);
-        EXPECT_EQ(e.message, c.message);
-    }
+TEST_F(SyntaxErrors, MessagesAndPositions) {
+    expectFailures({
+        {"Left ( \"abc\" ; 2", Syntax, 1, 17, "Expected ) to close the call of Left"},
+        {"Left ( \"abc\" 2 )", Syntax, 1, 14, "Expected ) to close the call of Left"},
+        {"\"abc", Syntax, 1, 1, "Unterminated text literal"},
+        {"1 & \"a\\\"", Syntax, 1, 5, "Unterminated text literal"},
+        {"1 + /* open", Syntax, 1, 5, "Unterminated comment"},
+        {"Left ( ; 2 )", Syntax, 1, 8, "Unexpected ;"},
+        {"1 +", Syntax, 1, 4, "Unexpected end of the calculation"},
+        {"", Syntax, 1, 1, "Unexpected end of the calculation"},
+        {"(1 + 2", Syntax, 1, 7, "Expected ) to match the ( at line 1, column 1"},
+        {"1 + 2)", Syntax, 1, 6, "Unexpected )"},
+        {"1 2", Syntax, 1, 3, "Unexpected 2"},
+        {"1 # 2", Syntax, 1, 3, "Unexpected character #"},
+        {"Left ( \"a\" , 1 )", Syntax, 1, 12, "Unexpected character ,"},
+        {"1 : 2", Syntax, 1, 3, "Unexpected character :"},
+        {"12abc", Syntax, 1, 1, "Malformed number 12abc"},
+        {"1.2.3", Syntax, 1, 1, "Malformed number 1.2.3"},
+        {"1e", Syntax, 1, 1, "Malformed number 1e"},
+        {"1e999", Syntax, 1, 1, "Number out of range 1e999"},
+        {"$ + 1", Syntax, 1, 1, "Expected a variable name after $"},
+        {"Left", Syntax, 1, 5, "Expected ( after Left"},
+        {"Let", Syntax, 1, 4, "Expected ( after Let"},
+        {"Orders::", Syntax, 1, 9, "Expected a field name after Orders::"},
+        {"Nope ( 1 )", Unknown, 1, 1, "Unknown function Nope"},
+        {"nope", Unknown, 1, 1, "Unknown name nope"},
+        {"Left ( \"a\" )", Syntax, 1, 1, "Left expects 2 parameters but was given 1"},
+        {"middle ( \"a\" ; 1 )", Syntax, 1, 1, "Middle expects 3 parameters but was given 2"},
+        {"List ( )", Syntax, 1, 1, "List expects at least 1 parameter but was given 0"},
+        {"True ( 1 )", Syntax, 1, 1, "True expects 0 parameters but was given 1"},
+        {"If ( 1 )", Syntax, 1, 1, "If expects 2 to 3 parameters but was given 1"},
+        {"Case ( 1 )", Syntax, 1, 1, "Case expects at least 2 parameters but was given 1"},
+        {"Get ( Foo )", Unknown, 1, 7, "Unknown Get attribute Foo"},
+        {"Get ( 1 )", Syntax, 1, 7, "Expected the name of a Get attribute"},
+        {"Let ( [ a = 1 ; b ] ; a )", Syntax, 1, 19, "Expected = after b in Let"},
+        {"Let ( a = 1 )", Syntax, 1, 13, "Expected ; before the calculation of Let"},
+        {"Let ( [ a = 1 ; ] ; a )", Syntax, 1, 17, "Expected a variable name in Let"},
+        {"Let ( [ a = 1 ) ; a )", Syntax, 1, 15, "Expected ] to match the [ at line 1, column 7"},
+        {"Let ( a = 1 ; a", Syntax, 1, 16, "Expected ) to close the call of Let"},
+        {"Substitute ( \"a\" ; \"b\" )", Syntax, 1, 1, "Substitute expects 3 parameters but was given 2"},
+        {"Substitute ( \"a\" ; [ \"b\" ; \"c\" ] ; \"d\" )", Syntax, 1, 1,
+         "Substitute takes a text and then either a search text and its replacement, or only "
+         "[ search ; replacement ] pairs"},
+        {"Substitute ( \"a\" ; [ \"b\" \"c\" ] )", Syntax, 1, 26,
+         "Expected ; between the search text and its replacement in Substitute"},
+        {"Substitute ( \"a\" ; [ \"b\" ; \"c\" )", Syntax, 1, 32, "Expected ] to match the [ at line 1, column 20"},
+        {"[ 1 ]", Syntax, 1, 1, "Unexpected ["},
+        {"1 \"a very long text that goes on and on\"", Syntax, 1, 3,
+         "Unexpected \"a very long text that goes on..."},
+    });
 }
 
-TEST(SyntaxErrors, MessagesAndPositions) {
-    for (const Case& c : std::initializer_list<Case>{
-             {"Left ( \"abc\" ; 2", Syntax, 1, 17, "Expected ) to close the call of Left"},
-             {"Left ( \"abc\" 2 )", Syntax, 1, 14, "Expected ) to close the call of Left"},
-             {"\"abc", Syntax, 1, 1, "Unterminated text literal"},
-             {"1 & \"a\\\"", Syntax, 1, 5, "Unterminated text literal"},
-             {"1 + /* open", Syntax, 1, 5, "Unterminated comment"},
-             {"Left ( \"a\" ; 1 /* x", Syntax, 1, 16, "Unterminated comment"},
-             {"Left ( ; 2 )", Syntax, 1, 8, "Unexpected ;"},
-             {"1 +", Syntax, 1, 4, "Unexpected end of the calculation"},
-             {"", Syntax, 1, 1, "Unexpected end of the calculation"},
-             {"(1 + 2", Syntax, 1, 7, "Expected ) to match the ( at line 1, column 1"},
-             {"1 + 2)", Syntax, 1, 6, "Unexpected )"},
-             {"1 2", Syntax, 1, 3, "Unexpected 2"},
-             {"1 # 2", Syntax, 1, 3, "Unexpected character #"},
-             {"Left ( \"a\" , 1 )", Syntax, 1, 12, "Unexpected character ,"},
-             {"1 : 2", Syntax, 1, 3, "Unexpected character :"},
-             {"12abc", Syntax, 1, 1, "Malformed number 12abc"},
-             {"1.2.3", Syntax, 1, 1, "Malformed number 1.2.3"},
-             {"1e", Syntax, 1, 1, "Malformed number 1e"},
-             {"1e999", Syntax, 1, 1, "Number out of range 1e999"},
-             {"$ + 1", Syntax, 1, 1, "Expected a variable name after $"},
-             {"Left", Syntax, 1, 5, "Expected ( after Left"},
-             {"Let", Syntax, 1, 4, "Expected ( after Let"},
-             {"Orders::", Syntax, 1, 9, "Expected a field name after Orders::"},
-             {"Nope ( 1 )", Unknown, 1, 1, "Unknown function Nope"},
-             {"nope", Unknown, 1, 1, "Unknown name nope"},
-             {"Left ( \"a\" )", Syntax, 1, 1, "Left expects 2 parameters but was given 1"},
-             {"middle ( \"a\" ; 1 )", Syntax, 1, 1, "Middle expects 3 parameters but was given 2"},
-             {"List ( )", Syntax, 1, 1, "List expects at least 1 parameter but was given 0"},
-             {"True ( 1 )", Syntax, 1, 1, "True expects 0 parameters but was given 1"},
-             {"If ( 1 )", Syntax, 1, 1, "If expects 2 to 3 parameters but was given 1"},
-             {"Case ( 1 )", Syntax, 1, 1, "Case expects at least 2 parameters but was given 1"},
-             {"Get ( Foo )", Unknown, 1, 7, "Unknown Get attribute Foo"},
-             {"Get ( 1 )", Syntax, 1, 7, "Expected the name of a Get attribute"},
-             {"Let ( [ a = 1 ; b ] ; a )", Syntax, 1, 19, "Expected = after b in Let"},
-             {"Let ( [ a = 1 ; a )", Syntax, 1, 19, "Expected = after a in Let"},
-             {"Let ( a = 1 )", Syntax, 1, 13, "Expected ; before the calculation of Let"},
-             {"Let ( [ a = 1 ; ] ; a )", Syntax, 1, 17, "Expected a variable name in Let"},
-             {"Let ( [ a = 1 ; 2 )", Syntax, 1, 17, "Expected a variable name in Let"},
-             {"Let ( [ a = 1 ) ; a )", Syntax, 1, 15, "Expected ] to match the [ at line 1, column 7"},
-             {"Let ( a = 1 ; a", Syntax, 1, 16, "Expected ) to close the call of Let"},
-             {"Substitute ( \"a\" ; \"b\" )", Syntax, 1, 1, "Substitute expects 3 parameters but was given 2"},
-             {"Substitute ( \"a\" ; [ \"b\" ; \"c\" ] ; \"d\" )", Syntax, 1, 1,
-              "Substitute takes a text and then either a search text and its replacement, or only "
-              "[ search ; replacement ] pairs"},
-             {"Substitute ( \"a\" ; [ \"b\" \"c\" ] )", Syntax, 1, 26,
-              "Expected ; between the search text and its replacement in Substitute"},
-             {"Substitute ( \"a\" ; [ \"b\" ; \"c\" )", Syntax, 1, 32, "Expected ] to match the [ at line 1, column 20"},
-             {"[ 1 ]", Syntax, 1, 1, "Unexpected ["},
-             {"1 + \"a very long text that goes on and on\" \"x\"", Syntax, 1, 44, "Unexpected \"x\""},
-             {"1 \"a very long text that goes on and on\"", Syntax, 1, 3,
-              "Unexpected \"a very long text that goes on..."},
-         }) {
-        expectParseError(c);
-    }
+TEST_F(SyntaxErrors, PositionsCountLinesAndCharacters) {
+    expectFailures({
+        {"1 +\n  Nope ( 2 )", Unknown, 2, 3, "Unknown function Nope"},
+        {"\"é¶\" &\n  \"😀\" & Nope ( 1 )", Unknown, 2, 9, "Unknown function Nope"},
+        {"\"multi\nline\" & \"é\" & nope", Unknown, 2, 15, "Unknown name nope"},
+        {"Let ( [\r\n  a = 1 ;\r\n  b = ] ; a )", Syntax, 3, 7, "Unexpected ]"},
+        {"1 +\r2 +\r\r  )", Syntax, 4, 3, "Unexpected )"},
+        {"/* é\n 😀 */ \t1 ++", Syntax, 2, 12, "Unexpected end of the calculation"},
+        {"Left ( \"ü\" ;\n  \"x\" ; 3 )", Syntax, 1, 1, "Left expects 2 parameters but was given 3"},
+    });
 }
 
-TEST(SyntaxErrors, PositionsCountLinesAndCharacters) {
-    for (const Case& c : std::initializer_list<Case>{
-             {"1 +\n  Nope ( 2 )", Unknown, 2, 3, "Unknown function Nope"},
-             {"\"é¶\" &\n  \"😀\" & Nope ( 1 )", Unknown, 2, 9, "Unknown function Nope"},
-             {"\"multi\nline\" & \"é\" & nope", Unknown, 2, 15, "Unknown name nope"},
-             {"Let ( [\r\n  a = 1 ;\r\n  b = ] ; a )", Syntax, 3, 7, "Unexpected ]"},
-             {"1 +\r2 +\r\r  )", Syntax, 4, 3, "Unexpected )"},
-             {"/* é\n 😀 */ \t1 ++", Syntax, 2, 12, "Unexpected end of the calculation"},
-             {"Left ( \"ü\" ;\n  \"x\" ; 3 )", Syntax, 1, 1, "Left expects 2 parameters but was given 3"},
-         }) {
-        expectParseError(c);
-    }
-}
-
-TEST(SyntaxErrors, AScriptCanPlaceTheCalculationInItsFile) {
-    try {
-        Expression::parse(u"1 + nope", 5, 10);
-        FAIL();
-    } catch (const CalcError& e) {
-        EXPECT_STREQ(e.what(), "line 5, column 14: Unknown name nope");
-    }
-    try {
-        Expression::parse(u"1 +\nnope", 5, 10);  // the start column applies to the first line only
-        FAIL();
-    } catch (const CalcError& e) {
-        EXPECT_STREQ(e.what(), "line 6, column 1: Unknown name nope");
-    }
+TEST_F(SyntaxErrors, AScriptCanPlaceTheCalculationInItsFile) {
+    auto reported = [](std::u16string_view calculation) -> std::string {
+        try {
+            Expression::parse(calculation, 5, 10);
+        } catch (const CalcError& e) {
+            return e.what();
+        }
+        return "parsed";
+    };
+    EXPECT_EQ(reported(u"1 + nope"), "line 5, column 14: Unknown name nope");
+    // The start column applies to the first line only.
+    EXPECT_EQ(reported(u"1 +\nnope"), "line 6, column 1: Unknown name nope");
 }
 
 }  // namespace

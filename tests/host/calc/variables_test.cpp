@@ -10,33 +10,25 @@ namespace {
 using VariableTest = CalcTest;
 
 TEST_F(VariableTest, LetBindsNamesInOrderAndInnerLetsShadow) {
-    struct Case {
-        const char* calculation;
-        const char* expected;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {"Let ( a = 1 ; a + 1 )", "2"},
-             {"Let ( [ a = 1 ; b = a + 1 ] ; a & b )", "12"},
-             {"Let ( a = 1 ; Let ( a = 2 ; a ) & a )", "21"},   // the outer a is back after the inner Let
-             {"Let ( [ a = 1 ; a = a + 1 ] ; a )", "2"},         // rebinding sees the earlier value
-             {"Let ( a = 1 ; Let ( b = a * 10 ; a + b ) )", "11"},
-             {"Let ( A = 5 ; a )", "5"},                         // names ignore case
-             {"Let ( True = 5 ; True )", "5"},                   // a Let name hides a function's
-             {"let ( x = 1 ; x ) & LET ( x = 2 ; x )", "12"},
-         }) {
-        SCOPED_TRACE(c.calculation);
-        EXPECT_EQ(text(c.calculation), c.expected);
-    }
+    expectTexts({
+        {"Let ( a = 1 ; a + 1 )", "2"},
+        {"Let ( [ a = 1 ; b = a + 1 ] ; a & b )", "12"},
+        {"Let ( a = 1 ; Let ( a = 2 ; a ) & a )", "21"},   // the outer a is back after the inner Let
+        {"Let ( [ a = 1 ; a = a + 1 ] ; a )", "2"},         // rebinding sees the earlier value
+        {"Let ( a = 1 ; Let ( b = a * 10 ; a + b ) )", "11"},
+        {"Let ( A = 5 ; a )", "5"},                         // names ignore case
+        {"Let ( True = 5 ; True )", "5"},                   // a Let name hides a function's
+        {"let ( x = 1 ; x ) & LET ( x = 2 ; x )", "12"},
+    });
 }
 
 TEST_F(VariableTest, LetNamesAreUnknownOutsideTheirLet) {
-    for (const char* calculation : {"Let ( a = 1 ; a ) + a", "Let ( a = a ; 1 )", "a"}) {
-        SCOPED_TRACE(calculation);
-        CalcError e = failure(calculation);
-        EXPECT_EQ(e.kind, CalcError::Kind::UnknownName);
-        EXPECT_EQ(e.message, "Unknown name a");
-    }
-    EXPECT_EQ(failure("Let ( a = 1 ; a ) + a").column, 21);
+    constexpr auto Unknown = CalcError::Kind::UnknownName;
+    expectFailures({
+        {"Let ( a = 1 ; a ) + a", Unknown, 1, 21, "Unknown name a"},
+        {"Let ( a = a ; 1 )", Unknown, 1, 11, "Unknown name a"},  // not even in its own value
+        {"a", Unknown, 1, 1, "Unknown name a"},
+    });
 }
 
 TEST_F(VariableTest, LocalVariablesOutliveTheLetThatSetsThem) {

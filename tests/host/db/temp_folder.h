@@ -4,6 +4,7 @@
 #include "support/temp_folder.h"
 
 #include <api/objects.h>
+#include <api/values.h>
 
 #include <gtest/gtest.h>
 
@@ -42,6 +43,21 @@ inline std::string fileBytes(const std::filesystem::path& path) { return vdtest:
 
 inline std::shared_ptr<const Bytes> bytesOf(const std::string& s) {
     return std::make_shared<const Bytes>(s.begin(), s.end());
+}
+
+// The same own text and the same streams, byte for byte, in the same order.
+inline void expectSameContainer(const FMX_Data& actual, const FMX_Data& expected) {
+    ASSERT_EQ(actual.type, FMX_TYPE_BINARY);
+    EXPECT_EQ(actual.text.units, expected.text.units);
+    ASSERT_EQ(actual.binary.streams.size(), expected.binary.streams.size());
+    for (size_t i = 0; i < expected.binary.streams.size(); ++i) {
+        SCOPED_TRACE(fourCharText(expected.binary.streams[i].type));
+        EXPECT_EQ(actual.binary.streams[i].type, expected.binary.streams[i].type);
+        ASSERT_TRUE(actual.binary.streams[i].bytes);
+        const Bytes empty;
+        const Bytes& want = expected.binary.streams[i].bytes ? *expected.binary.streams[i].bytes : empty;
+        EXPECT_TRUE(*actual.binary.streams[i].bytes == want) << "the stream's bytes differ";
+    }
 }
 
 }  // namespace vdhost::db::testing

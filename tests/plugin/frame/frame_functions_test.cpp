@@ -10,9 +10,7 @@
 
 #include <api/text_codec.h>
 #include <api/values.h>
-#include <calc/calc_error.h>
 #include <session/session.h>
-#include <support/process.h>
 #include <support/temp_folder.h>
 
 #include <gtest/gtest.h>
@@ -61,7 +59,6 @@ TEST_F(FrameFunctions, VersionForms) {
         std::string status = c.answer.rfind("$-50", 0) == 0 ? c.answer : "$0:Vandrel_Version: No error.";
         EXPECT_EQ(Text(u"Vandrel_GetLastError"), status);
     }
-    EXPECT_EQ(VANDREL_VERSION_NUMBER, 70001);
     EXPECT_EQ(Eval(u"Vandrel_Version ( \"number\" )").type, FMX_TYPE_NUMBER);
 }
 
@@ -91,27 +88,6 @@ TEST_F(FrameFunctions, EveryFunctionNotBuiltYetNamesItselfInItsStatus) {
         ++checked;
     }
     EXPECT_EQ(checked, expectedCount);
-}
-
-TEST_F(FrameFunctions, TheHostRefusesCountsOutsideTheRegisteredRange) {
-    EXPECT_THROW(Eval(u"Vandrel_Version"), vdhost::calc::CalcError);
-    EXPECT_THROW(Eval(u"Vandrel_Amplify ( 1 ; 2 ; 3 ; 4 )"), vdhost::calc::CalcError);
-    EXPECT_THROW(Eval(u"Vandrel_GetLastError ( 1 )"), vdhost::calc::CalcError);
-}
-
-TEST(FrameProgram, VdhostEvaluatesVersionFromTheCommandLine) {
-    TempFolder folder;
-    auto r = runProcess({VDHOST_EXE, "--db", (folder / "Test.vddb").string(), "--plugins", VD_PLUGIN_DIR, "eval",
-                         "Vandrel_Version ( \"short\" ) & \"|\" & Vandrel_ConvertSound ( 1 ; 2 ; 3 ) & \"|\" & Vandrel_GetLastError"});
-    EXPECT_EQ(r.status, 0) << r.err;
-    EXPECT_EQ(r.out, VANDREL_VERSION_TEXT "|$-4:Vandrel_ConvertSound: Feature is not implemented yet.|"
-                     "$-4:Vandrel_ConvertSound: Feature is not implemented yet.\n");
-
-    r = runProcess({VDHOST_EXE, "--db", (folder / "Test.vddb").string(), "--plugins", VD_PLUGIN_DIR, "functions"});
-    EXPECT_EQ(r.status, 0) << r.err;
-    EXPECT_NE(r.out.find("Vandrel_TQuad ( sourceScale ; topLeftX ; topLeftY ; topRightX ; topRigthY ;"),
-              std::string::npos)
-        << r.out;
 }
 
 // The one boundary between handlers and the host: what escapes a handler becomes the error object.

@@ -15,6 +15,7 @@ namespace {
 
 using Request = vdhost::FunctionRegistry::Request;
 
+// Which version codes are accepted is pinned in the host version tests; here each answer once.
 TEST(StartUp, AnswersForHostInterfaceVersionsAndVersionTexts) {
     ScopedEnv media("VANDREL_MEDIA_LAYER", std::nullopt);
     ScopedEnv fallback("VDHOST_VERSION_TEXT", std::nullopt);
@@ -26,14 +27,8 @@ TEST(StartUp, AnswersForHostInterfaceVersionsAndVersionTexts) {
     const Case cases[] = {
         {49, u"ProAdvanced 11.0v3", -1},
         {256, u"ProAdvanced 11.0v3", -1},
-        {-1, u"ProAdvanced 11.0v3", -1},
         {50, u"ProAdvanced 7.0v3", 52},
         {51, u"Pro 10.1v2", -2},
-        {51, u"Pro 10.0v2", 52},
-        {52, u"Pro 8.0v0", -2},
-        {52, u"Pro 9.0v0", 52},
-        {52, u"Pro 8.5v10", -2},  // 860
-        {52, u"Pro 8.5v49", -2},  // 899
         {255, u"11.0v1", 52},     // no blank: the whole text is the version
         {52, u"", -2},
         {52, u"ProAdvanced 11.0v3 and a long tail", 52},  // only 20 units are read
@@ -184,7 +179,6 @@ TEST(StringRequests, NameDescriptionAndOptions) {
     EXPECT_EQ(upToNul(StringRequest(plugin, 128, 256)), u"Vandrel");
     EXPECT_EQ(upToNul(StringRequest(plugin, 128, 9)), u"Vandrel");
     EXPECT_EQ(StringRequest(plugin, 128, 8)[0], u'\0');  // 7 units need a capacity of 9
-    EXPECT_EQ(StringRequest(plugin, 128, 2)[0], u'\0');
     EXPECT_EQ(StringRequest(plugin, 128, 1)[0], u'\0');
     EXPECT_EQ(StringRequest(plugin, 128, 0), untouched(0));  // nothing to write into
     EXPECT_FALSE(upToNul(StringRequest(plugin, 129, 256)).empty());

@@ -111,14 +111,11 @@ TEST_F(PathResolverTest, RelativePathsStartAtTheBaseFolder) {
         {"a/b.wav", 0, BWav()},
         {"a\\b.wav", 0, BWav()},
         {"a/./b.wav", 0, BWav()},
-        {"a\\.\\b.wav", 0, BWav()},
         {"a//b.wav", 0, BWav()},
-        {"a\\\\b.wav", 0, BWav()},
         {"a\\x/../b.wav", 0, BWav()},  // a Windows text separates with "/" too
         {"../db/a/b.wav", 0, BWav()},
         {"a/", 0, Db() + "/a"},
         {"new.wav", 0, Db() + "/new.wav"},
-        {"a/new.wav", 0, Db() + "/a/new.wav"},
         {"missing/new.wav", -43, ""},
         {"file.txt/new.wav", -1407, ""},
         {"\\a\\b.wav", -43, ""},  // a relative path may not begin with its separator
@@ -159,7 +156,6 @@ TEST_F(PathResolverTest, PrefixedReferences) {
         {"moviewin:a\\b.wav", 0, BWav()},
         {"file:ab", 0, Db() + "/ab"},
         {"imagemac:" + BWav(), 0, BWav()},
-        {"filemac:" + Db() + "/a/new.wav", 0, Db() + "/a/new.wav"},
         {"file:" + Db() + "/missing/x", -43, ""},
         // Too short after the word, or no colon after it: the whole text is a relative name.
         {"movie:x", 0, Db() + "/movie:x"},
@@ -208,7 +204,6 @@ TEST_F(PathResolverTest, DrivePathsNeedAMapping) {
         {"imagewin:/C:/Data/a.wav", 0, cDrive + "/Data/a.wav"},
         {"E:\\a.wav", -35, ""},
         {"D:\\a.wav", -35, ""},  // mapped, but the folder is not there: an unmounted drive
-        {"imagewin:/E:/a.wav", -35, ""},
     });
 }
 

