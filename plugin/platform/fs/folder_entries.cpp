@@ -1,6 +1,11 @@
 #include "platform/fs/folder_entries.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <new>
+#include <system_error>
+#include <thread>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -69,6 +74,36 @@ private:
     bool unsupported_ = false;
 };
 
+// Reading the attribute is a system call per entry and costs several times what reading the
+// folder does; it is the one part of a listing that scales with the entries, so a large folder's
+// entries are shared among a few threads. Each has its own reader (and finds out for itself that a
+// file system keeps no attributes).
+constexpr size_t kEntriesWorthAThread = 512;
+constexpr unsigned kMostThreads = 4;
+
+void ReadFinderFlags(const std::string& folder, const std::vector<std::string>& names, std::vector<uint16_t>& flags) {
+    auto work = [&](size_t from, size_t to) {
+        FinderFlagsReader reader(folder);
+        for (size_t i = from; i < to; ++i)
+            if (names[i][0] != '.') flags[i] = reader.FlagsOf(names[i].c_str());
+    };
+    const size_t count = names.size();
+    const unsigned cores = std::max(1u, std::thread::hardware_concurrency());
+    const size_t threads = std::min<size_t>({cores, kMostThreads, std::max<size_t>(1, count / kEntriesWorthAThread)});
+    const size_t share = (count + threads - 1) / threads;
+    std::vector<std::thread> helpers;
+    size_t from = share;
+    try {
+        for (; from < count && helpers.size() + 1 < threads; from += share)
+            helpers.emplace_back(work, from, std::min(count, from + share));
+    } catch (const std::system_error&) {
+        // No thread to be had: this one reads what no helper took.
+    }
+    work(0, std::min(count, share));
+    if (from < count) work(from, count);
+    for (auto& helper : helpers) helper.join();
+}
+
 }  // namespace
 
 util::Status ReadFolderEntries(const std::string& folder, bool withFinderFlags,
@@ -79,21 +114,43 @@ util::Status ReadFolderEntries(const std::string& folder, bool withFinderFlags,
     if (!stream) return StatusFromErrno(errno);
     const int folderFd = fd.Release();  // the stream owns it now
 
-    FinderFlagsReader flags(folder);
+    // Without attributes each entry is passed on as it is read; with them the folder is read whole
+    // first, so that the attributes can be read together.
+    std::vector<std::string> names;
+    std::vector<EntryKind> kinds;
     for (;;) {
         errno = 0;
         const dirent* entry = ::readdir(stream.get());
         if (!entry) {
             if (errno != 0) return StatusFromErrno(errno);
-            return util::kNoError;
+            break;
         }
         if (IsDotOrDotDot(entry->d_name)) continue;
         FolderEntry item;
         if (!KindOf(folderFd, *entry, item.kind)) continue;
-        item.name = entry->d_name;
-        if (withFinderFlags && entry->d_name[0] != '.') item.finderFlags = flags.FlagsOf(entry->d_name);
-        if (!visit(item)) return util::kNoError;
+        if (!withFinderFlags) {
+            item.name = entry->d_name;
+            if (!visit(item)) return util::kNoError;
+            continue;
+        }
+        try {
+            names.emplace_back(entry->d_name);
+            kinds.push_back(item.kind);
+        } catch (const std::bad_alloc&) {
+            return util::kMemoryFull;
+        }
     }
+    if (names.empty()) return util::kNoError;
+    std::vector<uint16_t> flags;
+    try {
+        flags.assign(names.size(), 0);
+    } catch (const std::bad_alloc&) {
+        return util::kMemoryFull;
+    }
+    ReadFinderFlags(folder, names, flags);
+    for (size_t i = 0; i < names.size(); ++i)
+        if (!visit(FolderEntry{names[i], kinds[i], flags[i]})) break;
+    return util::kNoError;
 }
 
 }  // namespace vd::platform::fs

@@ -21,7 +21,9 @@ struct FolderEntry {
 };
 
 // Calls visit for every entry but "." and ".."; visit answers false to stop the walk. An entry that
-// vanishes while the folder is read is passed over.
+// vanishes while the folder is read is passed over. With Finder flags the folder is read whole
+// before the first visit, and the flags of a large folder are read by a few threads at once.
+// -108 when the entries cannot be held.
 util::Status ReadFolderEntries(const std::string& folder, bool withFinderFlags,
                                const std::function<bool(const FolderEntry&)>& visit);
 

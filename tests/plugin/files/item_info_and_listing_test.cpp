@@ -116,6 +116,28 @@ TEST_F(ListFolder, KeepsTheFileSystemsOrderWithoutTrailingReturn) {
     EXPECT_NE(listing.back(), '\r');
 }
 
+// A large folder's attributes are read by several threads at once: each entry must still get its
+// own flags, in the file system's order.
+TEST_F(ListFolder, LargeFoldersKeepEveryEntrysFlagsAndTheirOrder) {
+    const auto folder = Work() / "large";
+    std::filesystem::create_directories(folder);
+    bool attributes = true;
+    for (int i = 0; i < 2000; ++i) {
+        const auto path = folder / ("f" + std::to_string(i));
+        Write(path);
+        const uint16_t flags = (i % 3 == 0 ? 0x4000 : 0) | (i % 5 == 0 ? 0x8000 : 0);  // invisible, alias
+        if (flags) attributes &= SetAttribute(path, "user.com.apple.FinderInfo", FinderInfoBytes("TEXT", "ttxt", flags));
+    }
+    if (!attributes) GTEST_SKIP() << "this file system keeps no user attributes";
+    std::vector<std::string> expected;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        const std::string name = entry.path().filename();
+        const int i = std::stoi(name.substr(1));
+        expected.push_back(std::string(i % 3 == 0 ? "~" : "") + (i % 5 == 0 ? "^" : "") + name);
+    }
+    EXPECT_EQ(Lines(Call(u"Vandrel_ListFolder ( \"large\" ; 1 )")), expected);
+}
+
 TEST_F(ListFolder, EmptyFoldersAndFoldersOfHiddenThingsListAsEmptyText) {
     std::filesystem::create_directories(Work() / "empty");
     EXPECT_EQ(Call(u"Vandrel_ListFolder ( \"empty\" ; 1 )"), "");
