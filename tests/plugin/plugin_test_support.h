@@ -1,5 +1,5 @@
 // What the plug-in's tests share: the built bundle, a log of the host's registry requests, scoped
-// environment variables and a way to run the vdhost program.
+// environment variables and the lines of a report text.
 #pragma once
 
 #include <api/function_registry.h>
@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -49,25 +50,38 @@ public:
     std::vector<Request> requests;
 };
 
-// Sets (or with nullopt removes) an environment variable for one scope.
+// Sets (or with nullopt removes) an environment variable for one scope and puts back what was
+// there, so that a test which moves HOME, TZ or VANDREL_DRIVES cannot leak into the next one.
 class ScopedEnv {
 public:
-    ScopedEnv(const char* name, std::optional<std::string> value) : name_(name) {
+    ScopedEnv(const char* name, const std::optional<std::string>& value) : name_(name) {
         if (const char* old = std::getenv(name)) old_ = old;
-        if (value) setenv(name, value->c_str(), 1);
-        else unsetenv(name);
+        Apply(value);
     }
-    ~ScopedEnv() {
-        if (old_) setenv(name_.c_str(), old_->c_str(), 1);
-        else unsetenv(name_.c_str());
-    }
+    ~ScopedEnv() { Apply(old_); }
     ScopedEnv(const ScopedEnv&) = delete;
     ScopedEnv& operator=(const ScopedEnv&) = delete;
 
 private:
+    void Apply(const std::optional<std::string>& value) {
+        if (value) setenv(name_.c_str(), value->c_str(), 1);
+        else unsetenv(name_.c_str());
+        if (name_ == "TZ") tzset();
+    }
+
     std::string name_;
     std::optional<std::string> old_;
 };
+
+// The lines of a text whose lines end in CR; a last line without one counts too.
+inline std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    size_t start = 0;
+    for (size_t end; (end = text.find('\r', start)) != std::string::npos; start = end + 1)
+        lines.push_back(text.substr(start, end - start));
+    if (start < text.size()) lines.push_back(text.substr(start));
+    return lines;
+}
 
 // Descending run from `from` to 1.
 inline std::vector<int16_t> Countdown(int16_t from) {

@@ -41,17 +41,12 @@ TEST(ContainerImageData, PictGetsItsHeaderBackAndVdImagesTheirInnerType) {
     vd::Begin("Vandrel_Test");
     Bytes bytes;
     uint32_t type = 0;
-    auto pict = ContainerOf({{"PICT", "picture"}});
-    ASSERT_EQ(vd::container::ReadImageData(&pict, bytes, type), 0);
-    EXPECT_EQ(FourCCText(type), "PICT");
-    ASSERT_EQ(bytes.size(), 512u + 7);
-    EXPECT_EQ(std::string(bytes.begin() + 512, bytes.end()), "picture");
-
-    auto innerPict = ContainerOf({{"VDIM", "PICTpicture"}});
-    ASSERT_EQ(vd::container::ReadImageData(&innerPict, bytes, type), 0);
-    EXPECT_EQ(FourCCText(type), "PICT");
-    ASSERT_EQ(bytes.size(), 512u + 7);
-    EXPECT_EQ(std::string(bytes.begin() + 512, bytes.end()), "picture");
+    for (auto pict : {ContainerOf({{"PICT", "picture"}}), ContainerOf({{"VDIM", "PICTpicture"}})}) {
+        ASSERT_EQ(vd::container::ReadImageData(&pict, bytes, type), 0);
+        EXPECT_EQ(FourCCText(type), "PICT");
+        ASSERT_EQ(bytes.size(), 512u + 7);
+        EXPECT_EQ(std::string(bytes.begin() + 512, bytes.end()), "picture");
+    }
 
     auto innerPng = ContainerOf({{"VDIM", "PNGf\x89PNG"}});
     ASSERT_EQ(vd::container::ReadImageData(&innerPng, bytes, type), 0);

@@ -5,10 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <iterator>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <sstream>
 
 namespace vdtest {
 namespace {
@@ -129,13 +129,8 @@ TEST_F(ItemChanges, CopyTakesTheWholeTreeWithAttributesModesAndTimes) {
         EXPECT_EQ(Attribute(copy / "inner", "user.com.apple.FinderInfo"),
                   FinderInfoBytes("\0\0\0\0", "\0\0\0\0", 0x4000));
     }
-    // Nothing of the copy's making is left beside it.
-    EXPECT_EQ(TreeListing(Work() / "backup"), "album/\n" + [&] {
-                  std::string lines;
-                  std::istringstream in(TreeListing(source));
-                  for (std::string line; std::getline(in, line);) lines += "album/" + line + "\n";
-                  return lines;
-              }());
+    // Nothing of the copy's making is left beside it (inside it, the listings above agree).
+    EXPECT_EQ(std::distance(fs::directory_iterator(Work() / "backup"), fs::directory_iterator()), 1);
 }
 
 TEST_F(ItemChanges, CopyReplacesOnlyWhenAskedAndToANewNameWhenGivenOne) {

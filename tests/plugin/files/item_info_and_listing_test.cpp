@@ -11,15 +11,6 @@ namespace {
 using ItemInfo = FileFunctionsTest;
 using ListFolder = FileFunctionsTest;
 
-std::vector<std::string> Lines(const std::string& text) {
-    std::vector<std::string> lines;
-    size_t start = 0;
-    for (size_t end; (end = text.find('\r', start)) != std::string::npos; start = end + 1)
-        lines.push_back(text.substr(start, end - start));
-    if (start < text.size()) lines.push_back(text.substr(start));
-    return lines;
-}
-
 TEST_F(ItemInfo, FileReportHasTenLinesFromTheInodeAndTheFinderAttributes) {
     const auto file = Work() / "Read me.txt";
     Write(file, "12345");

@@ -64,10 +64,7 @@ TEST(AmplifySamplesTest, OnlySixteenBitPcmIsAmplified) {
     EXPECT_EQ(bytes, std::vector<uint8_t>(8, 0x40));  // refused samples are left as they were
 }
 
-class AmplifyFunctionTest : public SoundSessionTest {
-protected:
-    std::string Path(const char* name) const { return (Data() / name).string(); }
-};
+using AmplifyFunctionTest = SoundSessionTest;
 
 TEST_F(AmplifyFunctionTest, AmplifiedFileIsRenderedWithTheGainApplied) {
     writeFile(Path("tone.wav"), media::Pcm16Wav({1000, -1000, 20000, -20000, 16384, 0}, 2));

@@ -13,7 +13,6 @@ using V = std::vector<int16_t>;
 
 class CombineSoundsTest : public SoundSessionTest {
 protected:
-    std::string Path(const char* name) const { return (Data() / name).string(); }
     // A second of one value (a) and three seconds of another (b), both stereo 44.1 kHz.
     void MakeOneAndThree() {
         writeFile(Path("one.wav"), media::Pcm16Wav(Constant(1001, 44100), 2));

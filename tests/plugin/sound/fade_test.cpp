@@ -53,10 +53,7 @@ TEST(SanitizeFadeTest, LevelsOutsideZeroToOneDependOnTheDirection) {
     EXPECT_EQ(SanitizeFade(Request(0, 1, 1, true), 6000, 0, fade), -50);
 }
 
-class FadeSoundTest : public SoundSessionTest {
-protected:
-    std::string Path(const char* name) const { return (Data() / name).string(); }
-};
+using FadeSoundTest = SoundSessionTest;
 
 TEST_F(FadeSoundTest, RampRunsFromStartToEndAndLeavesTheRestAlone) {
     writeFile(Path("flat.wav"), media::Pcm16Wav(Constant(20000, 4 * 44100), 2));

@@ -1,13 +1,6 @@
 // Single values out of report texts, by line number and by label path.
 #include "sound/information_extraction.h"
-
-#include "support/temp_folder.h"
-
-#include <api/values.h>
-#include <calc/variables.h>
-#include <session/session.h>
-
-#include <gtest/gtest.h>
+#include "sound_test_support.h"
 
 namespace vdtest {
 namespace {
@@ -93,21 +86,16 @@ TEST(ExtractInfoLabels, NormalisingKeepsOrDropsTheParenthesisedTail) {
     for (const auto& c : cases) EXPECT_EQ(NormaliseLabel(c.label), c.normalised) << c.label;
 }
 
-TEST(ExtractInfoFunction, AnswersValuesOrStatusTextsThroughTheHost) {
-    TempFolder folder;
-    vdhost::SessionOptions options;
-    options.database = folder / "x.vddb";
-    options.pluginFolders = {VD_PLUGIN_DIR};
-    vdhost::Session session(options);
-    vdhost::calc::Variables locals;
-    auto eval = [&](const std::u16string& text) { return vdhost::utf8Of(session.evaluate(text, locals)); };
-    EXPECT_EQ(eval(u"Vandrel_ExtractInfo ( \"a: 1¶b: 2\" )"), "2");
-    EXPECT_EQ(eval(u"Vandrel_ExtractInfo ( \"a: 1¶b:   2\" ; \"b\" )"), "2");
-    EXPECT_EQ(eval(u"Vandrel_ExtractInfo ( \"a: 1\" ; \"c\" )"), "$-43:Vandrel_ExtractInfo: Requested key was not found.");
-    EXPECT_EQ(eval(u"Vandrel_GetLastError"), "$-43:Vandrel_ExtractInfo: Requested key was not found.");
-    EXPECT_EQ(eval(u"Vandrel_ExtractInfo ( \"a\" ; 5 )"), "$-1:Vandrel_ExtractInfo: Could not copy indexed line.");
-    EXPECT_EQ(eval(u"Vandrel_ExtractInfo ( \"a\" ; \"99999999999\" )"), "$-50:Vandrel_ExtractInfo: Wrong parameter(s).");
-    EXPECT_EQ(eval(u"Vandrel_ExtractInfo ( \"a: 1\" ; 1 ) & Vandrel_GetLastError"), "1$0:Vandrel_ExtractInfo: No error.");
+using ExtractInfoFunction = SoundSessionTest;
+
+TEST_F(ExtractInfoFunction, AnswersValuesOrStatusTextsThroughTheHost) {
+    EXPECT_EQ(Text(u"Vandrel_ExtractInfo ( \"a: 1¶b: 2\" )"), "2");
+    EXPECT_EQ(Text(u"Vandrel_ExtractInfo ( \"a: 1¶b:   2\" ; \"b\" )"), "2");
+    EXPECT_EQ(Text(u"Vandrel_ExtractInfo ( \"a: 1\" ; \"c\" )"), "$-43:Vandrel_ExtractInfo: Requested key was not found.");
+    EXPECT_EQ(Text(u"Vandrel_GetLastError"), "$-43:Vandrel_ExtractInfo: Requested key was not found.");
+    EXPECT_EQ(Text(u"Vandrel_ExtractInfo ( \"a\" ; 5 )"), "$-1:Vandrel_ExtractInfo: Could not copy indexed line.");
+    EXPECT_EQ(Text(u"Vandrel_ExtractInfo ( \"a\" ; \"99999999999\" )"), "$-50:Vandrel_ExtractInfo: Wrong parameter(s).");
+    EXPECT_EQ(Text(u"Vandrel_ExtractInfo ( \"a: 1\" ; 1 ) & Vandrel_GetLastError"), "1$0:Vandrel_ExtractInfo: No error.");
 }
 
 }  // namespace

@@ -26,8 +26,6 @@ using vd::media::FourCC;
 
 class SoundFilesTest : public SoundSessionTest {
 protected:
-    std::string Path(const std::string& name) const { return (Data() / name).string(); }
-
     // A sound movie of a file in the data folder, made there first.
     SoundMovie Open(const std::string& name) {
         SoundMovie sound;

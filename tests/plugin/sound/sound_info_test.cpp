@@ -6,22 +6,12 @@
 #include "plugin/sound/sound_test_support.h"
 
 #include <cctype>
-#include <fstream>
 
 namespace vdtest {
 namespace {
 
 using media::Ffmpeg;
 using media::SineWav;
-
-std::vector<std::string> Lines(const std::string& report) {
-    std::vector<std::string> lines;
-    size_t start = 0;
-    for (size_t end; (end = report.find('\r', start)) != std::string::npos; start = end + 1)
-        lines.push_back(report.substr(start, end - start));
-    if (start < report.size()) lines.push_back(report.substr(start));
-    return lines;
-}
 
 // The value after "label: " on the first line that starts with label (indentation included).
 std::string Field(const std::string& report, const std::string& label) {
@@ -44,18 +34,13 @@ std::string MaskDate(const std::string& line) {
 
 class SoundInfoTest : public SoundSessionTest {
 protected:
-    std::string WriteWav(const std::string& name, int64_t frames, int channels) {
-        const auto path = Data() / name;
-        std::ofstream(path, std::ios::binary) << SineWav(frames, channels);
-        return path.string();
-    }
     std::string Info(const std::string& path) {
         return Text(u"Vandrel_GetSoundInfo ( $a )", {vdhost::makeTextUtf8(path)});
     }
 };
 
 TEST_F(SoundInfoTest, WavReportHasEveryLineInOrder) {
-    const std::string report = Info(WriteWav("tone.wav", 44100, 2));
+    const std::string report = Info(Write("tone.wav", SineWav(44100, 2)));
     std::vector<std::string> lines = Lines(report);
     for (auto& line : lines) line = MaskDate(line);
     const std::vector<std::string> expected{
@@ -94,7 +79,7 @@ TEST_F(SoundInfoTest, WavReportHasEveryLineInOrder) {
 
 TEST_F(SoundInfoTest, CompressedAndOtherContainersReportTheirOwnFormats) {
     VD_REQUIRE_FFMPEG();
-    const std::string wav = WriteWav("source.wav", 44100, 2);
+    const std::string wav = Write("source.wav", SineWav(44100, 2));
     const auto aiff = Data() / "tone.aiff", mp3 = Data() / "tone.mp3", aac = Data() / "tone.m4a",
                alac = Data() / "tone24.m4a";
     Ffmpeg({"-i", wav, aiff.string()});
@@ -130,7 +115,7 @@ TEST_F(SoundInfoTest, CompressedAndOtherContainersReportTheirOwnFormats) {
 
 TEST_F(SoundInfoTest, EveryAudioTrackIsReportedAsTrackOne) {
     VD_REQUIRE_FFMPEG();
-    const std::string mono = WriteWav("mono.wav", 22050, 1), stereo = WriteWav("stereo.wav", 44100, 2);
+    const std::string mono = Write("mono.wav", SineWav(22050, 1)), stereo = Write("stereo.wav", SineWav(44100, 2));
     const auto both = Data() / "two.mov";
     Ffmpeg({"-i", mono, "-i", stereo, "-map", "0:a", "-map", "1:a", "-c:a", "pcm_s16le", both.string()});
     const std::string report = Info(both.string());
@@ -164,7 +149,7 @@ TEST_F(SoundInfoTest, SoundsWithoutAFileAndFilesWithoutSound) {
 TEST(SoundInfoReport, AnOverlongReportIsCutNotRefused) {
     TempFolder folder;
     const auto path = folder / "tone.wav";
-    std::ofstream(path, std::ios::binary) << SineWav(100, 2);
+    writeFile(path, SineWav(100, 2));
     vd::media::Movie movie;
     ASSERT_EQ(vd::media::MovieFromFile(path.string(), movie), 0);
     std::string full, cut;

@@ -40,6 +40,12 @@ protected:
     }
 
     std::filesystem::path Data() const { return root_.path() / "data"; }
+    std::string Path(const std::string& name) const { return (Data() / name).string(); }
+    // Writes a file into the data folder and answers its path.
+    std::string Write(const std::string& name, const std::string& bytes) const {
+        writeFile(Data() / name, bytes);
+        return Path(name);
+    }
     // The plug-in's private temporary folder under this test's TMPDIR.
     std::filesystem::path TemporaryItems() const { return root_.path() / "tmp" / ("vandrel-" + std::to_string(getuid())); }
 
@@ -52,7 +58,7 @@ protected:
         return names;
     }
 
-    // The calculation with $a, $b set to the values, in order.
+    // The calculation with $a, $b, $c set to the values, in order.
     FMX_Data Eval(const std::u16string& calculation, std::vector<FMX_Data> values = {}) {
         vdhost::calc::Variables locals;
         const char16_t* names[] = {u"$a", u"$b", u"$c"};

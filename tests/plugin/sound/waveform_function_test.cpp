@@ -3,41 +3,14 @@
 #include "platform/graphics/jpeg_codec.h"
 #include "plugin/sound/sound_test_support.h"
 
-#include <fstream>
-
 namespace vdtest {
 namespace {
 
+using media::Pcm16Wav;
 using media::SineWav;
-using media::PutLe;
-
-// A 16-bit PCM WAV of the given interleaved samples.
-std::string WavOf(const std::vector<int16_t>& samples, int channels, int rate = 44100) {
-    std::string data;
-    for (int16_t s : samples) PutLe(data, uint16_t(s), 2);
-    std::string wav = "RIFF";
-    PutLe(wav, uint32_t(36 + data.size()), 4);
-    wav += "WAVEfmt ";
-    PutLe(wav, 16, 4);
-    PutLe(wav, 1, 2);
-    PutLe(wav, uint32_t(channels), 2);
-    PutLe(wav, uint32_t(rate), 4);
-    PutLe(wav, uint32_t(rate * channels * 2), 4);
-    PutLe(wav, uint32_t(channels * 2), 2);
-    PutLe(wav, 16, 2);
-    wav += "data";
-    PutLe(wav, uint32_t(data.size()), 4);
-    return wav + data;
-}
 
 class WaveformFunctionTest : public SoundSessionTest {
 protected:
-    std::string Write(const std::string& name, const std::string& bytes) {
-        const auto path = Data() / name;
-        std::ofstream(path, std::ios::binary) << bytes;
-        return path.string();
-    }
-
     // Vandrel_DrawWaveform ( path ; selector ; width ; height ; start ; end ; wave ; back ).
     FMX_Data Draw(const std::string& path, const std::string& selector, double width, double height,
                   const std::string& start = "", const std::string& end = "", const std::string& wave = "#FF0000",
@@ -93,7 +66,7 @@ std::string Rows(const vd::platform::DecodedImage& image, int32_t x, std::initia
 
 TEST_F(WaveformFunctionTest, SelectorsPlaceTheirBandsAndThePictureIsOnePixelSmaller) {
     // Stereo silence: each band's curve is a line across its middle row.
-    const std::string path = Write("silence.wav", WavOf(std::vector<int16_t>(2 * 4410, 0), 2));
+    const std::string path = Write("silence.wav", Pcm16Wav(std::vector<int16_t>(2 * 4410, 0), 2));
     // One band: rows 20-179 plotted (middle row 100); two bands of 90: rows 20-89 and 110-179.
     for (const char* one : {"1/LEFT", "1/left", "1/RIGHT", "1/0", " +1/1 "}) {
         auto picture = Picture(Draw(path, one, 300, 200), 299, 199);
@@ -112,7 +85,7 @@ TEST_F(WaveformFunctionTest, LoudSamplesReachTheTopAndATimeRangeIsDrawnAlone) {
     // First half second silence, second half the loudest positive sample, mono.
     std::vector<int16_t> samples(44100, 0);
     std::fill(samples.begin() + 22050, samples.end(), int16_t(32767));
-    const std::string path = Write("step.wav", WavOf(samples, 1));
+    const std::string path = Write("step.wav", Pcm16Wav(samples, 1));
 
     // The whole sound: silence on the left half (middle row 100), the top row 20 on the right.
     auto whole = Picture(Draw(path, "1", 400, 200), 399, 199);

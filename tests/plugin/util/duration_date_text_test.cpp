@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "plugin/util/scoped_environment.h"
+#include "plugin/plugin_test_support.h"
 #include "util/date_text.h"
 #include "util/duration_text.h"
 
@@ -32,13 +32,13 @@ TEST(DurationTextTest, Layout) {
 }
 
 TEST(DateTextTest, DayMonthYearInTheLocalTimeZone) {
-    vdtest::ScopedEnvironment utc("TZ", "UTC");
+    vdtest::ScopedEnv utc("TZ", "UTC");
     EXPECT_EQ(FormatDateTime(0), "01-01-1904 00:00:00");
     EXPECT_EQ(FormatDateTime(2082844800u), "01-01-1970 00:00:00");
     EXPECT_EQ(FormatDateTime(3786825600u + 86399), "31-12-2023 23:59:59");
     EXPECT_EQ(FormatDateTime(0xFFFFFFFFu), "06-02-2040 06:28:15");
     {
-        vdtest::ScopedEnvironment vienna("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");
+        vdtest::ScopedEnv vienna("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");
         EXPECT_EQ(FormatDateTime(3786912000u), "01-01-2024 01:00:00");
         EXPECT_EQ(FormatDateTime(3786912000u + 182 * 86400), "01-07-2024 02:00:00");
     }

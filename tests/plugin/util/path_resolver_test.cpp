@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "plugin/util/scoped_environment.h"
+#include "plugin/plugin_test_support.h"
 #include "platform/fs/volumes.h"
 #include "support/temp_folder.h"
 
@@ -61,8 +61,8 @@ protected:
     static std::string BootName() { return vd::platform::fs::MountedVolumes().front().name; }
 
     vdtest::TempFolder temp_;
-    vdtest::ScopedEnvironment home_;
-    vdtest::ScopedEnvironment drives_;
+    vdtest::ScopedEnv home_;
+    vdtest::ScopedEnv drives_;
 };
 
 TEST_F(PathResolverTest, NoTextIsAParameterError) {
@@ -98,20 +98,10 @@ TEST_F(PathResolverTest, ExistingTargetHasNoLeafAndMissingTargetKeepsItsName) {
     EXPECT_EQ(location.volumesFolderPath, "");
 }
 
-TEST_F(PathResolverTest, RootLiesOnTheBootVolume) {
-    FileLocation location;
-    ASSERT_EQ(Resolve("/", location), 0);
-    EXPECT_TRUE(location.onBootVolume);
-    EXPECT_EQ(location.volumeName, BootName());
-    EXPECT_EQ(location.existingPath, "/");
-}
-
 TEST_F(PathResolverTest, RelativePathsStartAtTheBaseFolder) {
     ExpectAll({
         {"a/b.wav", 0, BWav()},
         {"a\\b.wav", 0, BWav()},
-        {"a/./b.wav", 0, BWav()},
-        {"a//b.wav", 0, BWav()},
         {"a\\x/../b.wav", 0, BWav()},  // a Windows text separates with "/" too
         {"../db/a/b.wav", 0, BWav()},
         {"a/", 0, Db() + "/a"},
@@ -179,11 +169,11 @@ TEST_F(PathResolverTest, TildePathsLieInTheHomeFolder) {
 
     FileLocation location;
     {
-        vdtest::ScopedEnvironment noHome("HOME", std::nullopt);
+        vdtest::ScopedEnv noHome("HOME", std::nullopt);
         EXPECT_EQ(Resolve("~/Music/a.aif", location), -108);
         EXPECT_EQ(Resolve(BWav(), location), 0) << "only ~ paths need a home folder";
     }
-    vdtest::ScopedEnvironment missingHome("HOME", Temp() + "/nobody");
+    vdtest::ScopedEnv missingHome("HOME", Temp() + "/nobody");
     EXPECT_EQ(Resolve("~/Music/a.aif", location), -120);
 }
 
@@ -193,7 +183,7 @@ TEST_F(PathResolverTest, DrivePathsNeedAMapping) {
     FileLocation location;
     EXPECT_EQ(Resolve("C:\\Data\\a.wav", location), -35);
 
-    vdtest::ScopedEnvironment drives("VANDREL_DRIVES", "C=" + cDrive + "/;d=" + Temp() + "/d-drive");
+    vdtest::ScopedEnv drives("VANDREL_DRIVES", "C=" + cDrive + "/;d=" + Temp() + "/d-drive");
     ExpectAll({
         {"C:\\Data\\a.wav", 0, cDrive + "/Data/a.wav"},
         {"c:\\Data\\a.wav", 0, cDrive + "/Data/a.wav"},
@@ -244,18 +234,20 @@ std::vector<std::string> DiskMountPoints() {
     return points;
 }
 
-TEST_F(PathResolverTest, VolumesFolderReachesMountedFileSystems) {
+TEST_F(PathResolverTest, RootAndVolumesFolderReachMountedFileSystems) {
     const std::string boot = BootName();
     if (!fs::exists("/dev/disk/by-label")) {
         EXPECT_EQ(boot, "root");
     }
 
     FileLocation location;
-    ASSERT_EQ(Resolve("/Volumes/", location), 0);
-    EXPECT_TRUE(location.onBootVolume);
-    EXPECT_EQ(location.volumeName, boot);
+    for (const char* root : {"/", "/Volumes/"}) {
+        ASSERT_EQ(Resolve(root, location), 0) << root;
+        EXPECT_TRUE(location.onBootVolume) << root;
+        EXPECT_EQ(location.volumeName, boot) << root;
+        EXPECT_EQ(location.existingPath, "/") << root;
+    }
     EXPECT_EQ(location.volumesFolderPath, "Volumes");
-    EXPECT_EQ(location.existingPath, "/");
 
     ASSERT_EQ(Resolve("/Volumes/" + boot, location), 0);
     EXPECT_EQ(location.existingPath, "/");

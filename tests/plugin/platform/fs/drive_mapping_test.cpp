@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "plugin/util/scoped_environment.h"
+#include "plugin/plugin_test_support.h"
 
 namespace {
 
@@ -24,13 +24,13 @@ TEST(DriveMappingTest, ParsesLettersAndIgnoresWhatItCannotRead) {
 
 TEST(DriveMappingTest, ReadsTheEnvironmentEachTime) {
     {
-        vdtest::ScopedEnvironment drives("VANDREL_DRIVES", "c=/mnt/c");
+        vdtest::ScopedEnv drives("VANDREL_DRIVES", "c=/mnt/c");
         EXPECT_EQ(DriveFolder('C').value_or(""), "/mnt/c");
         EXPECT_EQ(DriveFolder('c').value_or(""), "/mnt/c");
         EXPECT_FALSE(DriveFolder('D'));
         EXPECT_FALSE(DriveFolder('1'));
     }
-    vdtest::ScopedEnvironment none("VANDREL_DRIVES", std::nullopt);
+    vdtest::ScopedEnv none("VANDREL_DRIVES", std::nullopt);
     EXPECT_FALSE(DriveFolder('C'));
 }
 
