@@ -87,11 +87,8 @@ struct Job {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3) {
-        std::fprintf(stderr, "usage: %s VDHOST PLUGIN_DIR\n", argv[0]);
-        return 2;
-    }
-    const std::string vdhost = argv[1], plugins = argv[2];
+    std::string vdhost, plugins;
+    if (!ReadHostBenchArguments(argc, argv, vdhost, plugins)) return 2;
     const fs::path folder = MakeBenchFolder("edit-bench");
     if (folder.empty()) return 1;
     const std::string a = (folder / "a.wav").string(), b = (folder / "b.wav").string();

@@ -26,11 +26,8 @@ namespace fs = std::filesystem;
 using namespace vdbench;
 
 int main(int argc, char** argv) {
-    if (argc != 3) {
-        std::fprintf(stderr, "usage: %s VDHOST PLUGIN_DIR\n", argv[0]);
-        return 2;
-    }
-    const std::string vdhost = argv[1], plugins = argv[2];
+    std::string vdhost, plugins;
+    if (!ReadHostBenchArguments(argc, argv, vdhost, plugins)) return 2;
     const fs::path folder = MakeBenchFolder("synth-bench");
     if (folder.empty()) return 1;
     const std::string db = (folder / "bench.vddb").string();

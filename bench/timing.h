@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -63,6 +64,17 @@ inline double MedianOf(const std::vector<std::string>& args, int runs = kRuns) {
         times.push_back(t);
     }
     return Median(times);
+}
+
+// The arguments of the benchmarks that run vdhost: VDHOST PLUGIN_DIR. false (after the usage) when
+// they are not given.
+inline bool ReadHostBenchArguments(int argc, char** argv, std::string& vdhost, std::string& plugins) {
+    if (argc != 3) {
+        std::fprintf(stderr, "usage: %s VDHOST PLUGIN_DIR\n", argv[0]);
+        return false;
+    }
+    vdhost = argv[1], plugins = argv[2];
+    return true;
 }
 
 // A new folder of the benchmark's own under the system's temporary folder ("vd-<name>-XXXXXX");
