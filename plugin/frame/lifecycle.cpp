@@ -7,7 +7,9 @@
 #include "frame/image_hooks.h"
 #include "frame/registration.h"
 #include "frame/workaround_switches.h"
+#include "platform/fs/temporary_file_ledger.h"
 #include "platform/media/media_layer.h"
+#include "platform/process/interrupt_cleanup.h"
 
 namespace vd {
 
@@ -91,6 +93,10 @@ intptr_t StartUp(const ExternCallBlock& block) noexcept {
         RegisterImageGroup();
 
         gJpegExportAvailable = ProbeJpegExport();
+        // Files that a killed process of ours could not remove go now; ours are removed even when
+        // the process is told to stop in the middle of a call.
+        platform::fs::SweepAbandonedTemporaryFiles();
+        platform::InstallInterruptCleanup();
         gPluginEnabled = true;
         return kPluginInterfaceVersion;
     } catch (...) {
@@ -100,6 +106,7 @@ intptr_t StartUp(const ExternCallBlock& block) noexcept {
 
 void ShutDown() noexcept {
     gPluginEnabled = false;
+    platform::RemoveInterruptCleanup();
     UnregisterAllFunctions();
     ReleaseStartUpResources();
     ReleaseLegacyResult();

@@ -38,12 +38,16 @@ TemporaryFile::~TemporaryFile() {
     if (Held()) ::unlink(path_.c_str());  // a file that cannot be removed is left without a word
 }
 
-TemporaryFile::TemporaryFile(TemporaryFile&& other) noexcept : path_(std::move(other.path_)) { other.path_.clear(); }
+TemporaryFile::TemporaryFile(TemporaryFile&& other) noexcept
+    : path_(std::move(other.path_)), record_(std::move(other.record_)) {
+    other.path_.clear();
+}
 
 TemporaryFile& TemporaryFile::operator=(TemporaryFile&& other) noexcept {
     if (this != &other) {
         if (Held()) ::unlink(path_.c_str());
         path_ = std::move(other.path_);
+        record_ = std::move(other.record_);
         other.path_.clear();
     }
     return *this;
@@ -65,6 +69,7 @@ media::Status TemporaryFile::Create(std::string_view extension, TemporaryFile& f
             }
             TemporaryFile made;
             made.path_ = path;
+            made.record_ = platform::fs::TemporaryFileRecord::Make(path);
             file = std::move(made);
             return media::kNoError;
         }
@@ -77,12 +82,17 @@ media::Status TemporaryFile::Create(std::string_view extension, TemporaryFile& f
 std::string TemporaryFile::Release() {
     std::string path = std::move(path_);
     path_.clear();
+    record_.Forget();
     return path;
 }
 
 media::Status TemporaryFile::Remove() {
     if (!Held()) return media::kNoError;
-    return DeleteFile(Release());
+    const std::string path = std::move(path_);
+    path_.clear();
+    const media::Status status = DeleteFile(path);
+    record_.Forget();  // only once the file is gone, so that no moment leaves it unrecorded
+    return status;
 }
 
 }  // namespace vd::sound

@@ -4,6 +4,7 @@
 // exception included) leaves one behind.
 #pragma once
 
+#include "platform/fs/temporary_file_ledger.h"
 #include "platform/media/errors.h"
 
 #include <string>
@@ -39,6 +40,7 @@ public:
 
 private:
     std::string path_;
+    platform::fs::TemporaryFileRecord record_;  // so that a stop signal or the next start removes it too
 };
 
 }  // namespace vd::sound

@@ -34,6 +34,8 @@ Status PendingFile::Create(const std::string& target) {
     fd_ = fd;
     temporary_ = name.data();
     target_ = target;
+    std::error_code ignored;
+    record_ = platform::fs::TemporaryFileRecord::Make(std::filesystem::absolute(temporary_, ignored).string());
     return kNoError;
 }
 
@@ -72,6 +74,7 @@ Status PendingFile::Commit() {
     if (::close(fd) != 0) return StatusFromErrno(errno, MediaStep::kWriting);
     if (::rename(temporary_.c_str(), target_.c_str()) != 0) return StatusFromErrno(errno, MediaStep::kWriting);
     temporary_.clear();
+    record_.Forget();
     return kNoError;
 }
 

@@ -3,6 +3,7 @@
 // a file under the final name.
 #pragma once
 
+#include "platform/fs/temporary_file_ledger.h"
 #include "platform/media/errors.h"
 
 #include <string>
@@ -33,6 +34,7 @@ private:
     int fd_ = -1;
     std::string temporary_;
     std::string target_;
+    platform::fs::TemporaryFileRecord record_;  // so that a stop signal or the next start removes it too
 };
 
 }  // namespace vd::media

@@ -1,0 +1,169 @@
+// A vdhost stopped in the middle of a sound function: told to stop (Ctrl-C, kill), it takes the
+// function's temporary files with it; killed outright, it leaves them to the next start, which
+// removes them unless their process is still alive.
+#include "plugin/platform/media/media_fixtures.h"
+
+#include <support/process.h>
+#include <support/temp_folder.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstring>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace vdtest {
+namespace {
+
+namespace fs = std::filesystem;
+
+class StoppedCallTest : public ::testing::Test {
+protected:
+    StoppedCallTest() {
+        fs::create_directories(root_ / "tmp");
+        WriteLongFloatWav(root_ / "long.wav");
+    }
+    ~StoppedCallTest() override {
+        for (pid_t pid : running_) {
+            ::kill(pid, SIGKILL);
+            ::waitpid(pid, nullptr, 0);
+        }
+    }
+
+    // Ten minutes of 32-bit float mono: every function converts it to 16-bit PCM first, in a
+    // temporary file, which takes long enough to be caught at.
+    static void WriteLongFloatWav(const fs::path& path) {
+        constexpr uint32_t kFrames = 44100 * 600;
+        std::string header = "RIFF";
+        media::PutLe(header, 36 + kFrames * 4, 4);
+        header += "WAVEfmt ";
+        media::PutLe(header, 16, 4);
+        media::PutLe(header, 3, 2);  // IEEE float
+        media::PutLe(header, 1, 2);
+        media::PutLe(header, 44100, 4);
+        media::PutLe(header, 44100 * 4, 4);
+        media::PutLe(header, 4, 2);
+        media::PutLe(header, 32, 2);
+        header += "data";
+        media::PutLe(header, kFrames * 4, 4);
+        std::ofstream out(path, std::ios::binary);
+        out << header;
+        std::vector<float> block(44100);
+        for (size_t i = 0; i < block.size(); ++i) block[i] = float(0.3 * std::sin(2 * media::kPi * 440.0 * double(i) / 44100));
+        for (uint32_t second = 0; second < 600; ++second)
+            out.write(reinterpret_cast<const char*>(block.data()), std::streamsize(block.size() * sizeof(float)));
+    }
+
+    std::vector<std::string> Command(const std::string& calculation) const {
+        return {VDHOST_EXE, "--plugins", VD_PLUGIN_DIR, "--db", (root_ / "Base.vddb").string(), "eval", calculation};
+    }
+
+    pid_t Start(const std::vector<std::string>& argv) {
+        const pid_t pid = ::fork();
+        if (pid == 0) {
+            ::setenv("TMPDIR", (root_ / "tmp").c_str(), 1);
+            std::vector<char*> args;
+            for (const auto& a : argv) args.push_back(const_cast<char*>(a.c_str()));
+            args.push_back(nullptr);
+            ::execv(args[0], args.data());
+            ::_exit(127);
+        }
+        running_.push_back(pid);
+        return pid;
+    }
+
+    // 128 + the signal for a process a signal ended.
+    int Wait(pid_t pid) {
+        int status = 0;
+        ::waitpid(pid, &status, 0);
+        std::erase(running_, pid);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    }
+
+    fs::path TemporaryItems() const { return root_ / "tmp" / ("vandrel-" + std::to_string(::getuid())); }
+
+    std::vector<std::string> TemporaryFiles() const {
+        std::vector<std::string> names;
+        std::error_code ec;
+        for (const auto& entry : fs::directory_iterator(TemporaryItems(), ec)) {
+            const std::string name = entry.path().filename().string();
+            if (name.rfind("temp-", 0) == 0 || name.rfind(".temp-", 0) == 0) names.push_back(name);
+        }
+        return names;
+    }
+
+    // A ledger that lists something: the files it names are on record.
+    bool LedgerWritten() const {
+        std::error_code ec;
+        for (const auto& entry : fs::directory_iterator(TemporaryItems(), ec))
+            if (entry.path().filename().string().rfind(".ledger-", 0) == 0 && fs::file_size(entry.path(), ec) > 0) return true;
+        return false;
+    }
+
+    // Starts a conversion and waits until its temporary file is there and on record.
+    pid_t StartConversionAndCatchIt() {
+        const pid_t pid = Start(Command("Vandrel_Normalize ( \"" + (root_ / "long.wav").string() + "\" )"));
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+        while (TemporaryFiles().empty() || !LedgerWritten()) {
+            int status = 0;
+            if (std::chrono::steady_clock::now() > deadline || ::waitpid(pid, &status, WNOHANG) == pid) {
+                std::erase(running_, pid);
+                ADD_FAILURE() << "the call ended or never made its temporary file";
+                return -1;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        return pid;
+    }
+
+    TempFolder root_;
+    std::vector<pid_t> running_;
+};
+
+TEST_F(StoppedCallTest, StopSignalsTakeTheCallsTemporaryFilesWithThem) {
+    for (int signal : {SIGINT, SIGTERM}) {
+        const pid_t pid = StartConversionAndCatchIt();
+        ASSERT_GT(pid, 0);
+        ::kill(pid, signal);
+        EXPECT_NE(Wait(pid), 0) << strsignal(signal);
+        EXPECT_EQ(TemporaryFiles(), std::vector<std::string>{}) << strsignal(signal);
+    }
+}
+
+TEST_F(StoppedCallTest, NextStartSweepsFilesOfAKilledProcessButNotOfALiveOne) {
+    const pid_t killed = StartConversionAndCatchIt();
+    ASSERT_GT(killed, 0);
+    ::kill(killed, SIGKILL);
+    Wait(killed);
+    const std::vector<std::string> abandoned = TemporaryFiles();
+    ASSERT_FALSE(abandoned.empty());
+
+    const pid_t live = StartConversionAndCatchIt();
+    ASSERT_GT(live, 0);
+    // The live call's files are there too now; a plug-in starting beside it sweeps only the others.
+    const std::map<std::string, std::string> env{{"TMPDIR", (root_ / "tmp").string()}};
+    EXPECT_EQ(runProcess(Command("1"), env).status, 0);
+    int status = 0;
+    ASSERT_EQ(::waitpid(live, &status, WNOHANG), 0) << "the live call ended too soon to tell";
+    const std::vector<std::string> left = TemporaryFiles();
+    EXPECT_FALSE(left.empty());
+    for (const std::string& name : abandoned) EXPECT_EQ(std::count(left.begin(), left.end(), name), 0) << name;
+
+    ::kill(live, SIGTERM);
+    Wait(live);
+    EXPECT_EQ(TemporaryFiles(), std::vector<std::string>{});
+}
+
+}  // namespace
+}  // namespace vdtest
