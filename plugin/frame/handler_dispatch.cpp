@@ -3,6 +3,7 @@
 #include "frame/args/results.h"
 #include "frame/errors/vds_error.h"
 #include "frame/function_table.h"
+#include "platform/process/interrupt_cleanup.h"
 
 #include <new>
 
@@ -28,6 +29,7 @@ FMX_ErrCode DispatchCall(int16_t functionId, const FMX_ExprEnv* env, const FMX_D
                          FMX_Data* result) noexcept {
     const FunctionEntry* entry = FindFunction(functionId);
     if (!entry) return FMX_ERR_PARAMETER;
+    platform::ClearStopRequest();
     try {
         return entry->handler(FunctionCall{*entry, env, args, result});
     } catch (const std::bad_alloc&) {

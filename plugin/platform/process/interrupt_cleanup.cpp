@@ -20,9 +20,11 @@ struct Previous {
 };
 
 std::array<Previous, kStopSignals.size()> gPrevious{};
+volatile sig_atomic_t gStopRequested = 0;
 
 void OnStopSignal(int signal, siginfo_t* info, void* context) {
     const int savedErrno = errno;
+    gStopRequested = 1;
     fs::RemoveRecordedFilesNow();
     for (const Previous& previous : gPrevious) {
         if (!previous.installed || previous.signal != signal) continue;
@@ -73,5 +75,9 @@ void RemoveInterruptCleanup() noexcept {
         previous.installed = false;
     }
 }
+
+bool StopRequested() noexcept { return gStopRequested != 0; }
+
+void ClearStopRequest() noexcept { gStopRequested = 0; }
 
 }  // namespace vd::platform

@@ -12,4 +12,10 @@ void InstallInterruptCleanup() noexcept;
 // Puts back what was there, where our handler is still the one in place.
 void RemoveInterruptCleanup() noexcept;
 
+// Whether a stop signal came since the running call began. Long loops look at it so that a host
+// that goes on after the signal (a prompt) gets the call back soon, as cancelled (-128).
+bool StopRequested() noexcept;
+// At the start of every call: a signal that ended an earlier calculation does not stop this one.
+void ClearStopRequest() noexcept;
+
 }  // namespace vd::platform
