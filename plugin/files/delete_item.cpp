@@ -1,6 +1,7 @@
 // Vandrel_DeleteItem's operation.
 #include "files/default_folder.h"
 #include "files/file_operations.h"
+#include "files/kept_folders.h"
 #include "platform/fs/file_status_codes.h"
 #include "platform/fs/item_operations.h"
 #include "platform/fs/tree_delete.h"
@@ -11,6 +12,10 @@ FileOutcome DeleteItem(const PathArgument& argument, bool folderFlag) {
     const ResolvedItem item = ResolveFilePath(argument, DefaultFolder());
     if (!item.Exists()) return FailedToResolve(item, "Source item not found");
     const std::string path = item.Path();
+    if (const RemovalCheck check = CheckRemoval(path); check.status != util::kNoError || check.kept) {
+        return check.kept ? Failed(kKeptFolderStatus, "Cannot delete the root, the home folder or a system folder")
+                          : Failed(check.status, "DeleteItem failed");
+    }
     // The item itself decides: a link to a folder is an alias file and goes without the flag, and
     // its folder is never entered.
     const platform::fs::ItemProbe itself = platform::fs::ProbeItemItself(path);

@@ -1,6 +1,7 @@
 // Vandrel_MoveItem's operation.
 #include "files/default_folder.h"
 #include "files/file_operations.h"
+#include "files/kept_folders.h"
 #include "platform/fs/item_operations.h"
 
 namespace vd::files {
@@ -17,6 +18,10 @@ FileOutcome MoveItem(const PathArgument& sourceArgument, const PathArgument& des
     const std::string base = DefaultFolder();
     const ResolvedItem source = ResolveFilePath(sourceArgument, base);
     if (!source.Exists()) return FailedToResolve(source, "Source item not found");
+    if (const RemovalCheck check = CheckRemoval(source.Path()); check.status != util::kNoError || check.kept) {
+        return check.kept ? Failed(kKeptFolderStatus, "Cannot move the root, the home folder or a system folder")
+                          : Failed(check.status, "Source item not found");
+    }
     const ResolvedItem destination = ResolveFilePath(destinationArgument, base);
     if (!destination.Exists()) return FailedToResolve(destination, "Destination folder not found");
     const platform::fs::ItemProbe probe = platform::fs::ProbeItem(destination.Path());

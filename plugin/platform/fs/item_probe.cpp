@@ -36,7 +36,9 @@ ItemProbe ProbeItem(const std::string& path) {
         return ItemProbe{util::kNoError, S_ISDIR(info.st_mode) ? ItemKind::Folder : ItemKind::File};
     }
     const int error = errno;
-    if (error == ENOENT || error == ENOTDIR) return ItemProbe{util::kNoError, ItemKind::Missing};
+    // A link that leads round in a circle leads nowhere, as a broken one does: there is nothing to
+    // open behind it, and the link itself is still an item its folder holds.
+    if (error == ENOENT || error == ENOTDIR || error == ELOOP) return ItemProbe{util::kNoError, ItemKind::Missing};
     return ItemProbe{StatusFromErrno(error), ItemKind::Missing};
 }
 

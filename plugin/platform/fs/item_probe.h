@@ -14,8 +14,9 @@ struct ItemProbe {
     ItemKind kind = ItemKind::Missing;
 };
 
-// Follows symbolic links, as opening the item would. A path through a file ("a.txt/b") is missing,
-// not an error: the caller decides what a missing item means for it.
+// Follows symbolic links, as opening the item would. A path through a file ("a.txt/b") or a link
+// that leads nowhere (broken, or looping back on itself) is missing, not an error: the caller
+// decides what a missing item means for it.
 ItemProbe ProbeItem(const std::string& path);
 
 // The code for an errno from a file-system call; the one place where errno becomes a status.

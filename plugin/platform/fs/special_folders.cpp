@@ -63,14 +63,15 @@ util::Status UserFolder(std::string_view key, const char* fallbackName, std::str
     const std::optional<std::string> home = UserHomeFolder();
     if (!home) return util::kFolderNotFound;
     path = XdgUserFolder(key, *home).value_or(util::NormalizeAbsolutePath(*home + "/" + fallbackName));
-    return MakeFolders(path, 0777);
+    return util::kNoError;
 }
+
+std::string TemporaryItemsBase() { return AbsoluteVariable("TMPDIR").value_or("/tmp"); }
 
 // The private temporary folder must not be a place another user prepared for us: a link, a folder
 // of someone else's, or one others may write into would let them read or swap our files.
-util::Status TemporaryItemsFolder(std::string& path) {
-    const std::string base = AbsoluteVariable("TMPDIR").value_or("/tmp");
-    path = base + "/vandrel-" + std::to_string(::getuid());
+util::Status MakeTemporaryItemsFolder(const std::string& path) {
+    const std::string base = TemporaryItemsBase();
     if (::mkdir(path.c_str(), 0700) != 0 && errno != EEXIST) {
         if (errno != ENOENT) return StatusFromErrno(errno);
         if (const util::Status status = MakeFolders(base, 0777); status != util::kNoError) return status;
@@ -134,19 +135,23 @@ std::optional<std::string> UserDirFromConfig(std::string_view text, std::string_
     return found;
 }
 
-util::Status FindSpecialFolder(SpecialFolder folder, std::string& path) {
+util::Status LocateSpecialFolder(SpecialFolder folder, std::string& path) {
     switch (folder) {
-        case SpecialFolder::Applications: path = "/usr/share/applications"; return MakeFolders(path, 0755);
+        case SpecialFolder::Applications: path = "/usr/share/applications"; return util::kNoError;
         case SpecialFolder::Desktop: return UserFolder("XDG_DESKTOP_DIR", "Desktop", path);
         case SpecialFolder::Documents: return UserFolder("XDG_DOCUMENTS_DIR", "Documents", path);
         case SpecialFolder::Preferences: {
-            if (std::optional<std::string> config = AbsoluteVariable("XDG_CONFIG_HOME")) path = *config;
-            else if (const util::Status status = HomeBased(".config", path); status != util::kNoError) return status;
-            return MakeFolders(path, 0700);
+            if (std::optional<std::string> config = AbsoluteVariable("XDG_CONFIG_HOME")) {
+                path = *config;
+                return util::kNoError;
+            }
+            return HomeBased(".config", path);
         }
         case SpecialFolder::Root: path = "/"; return util::kNoError;
-        case SpecialFolder::System: path = "/etc"; return MakeFolders(path, 0755);
-        case SpecialFolder::TemporaryItems: return TemporaryItemsFolder(path);
+        case SpecialFolder::System: path = "/etc"; return util::kNoError;
+        case SpecialFolder::TemporaryItems:
+            path = TemporaryItemsBase() + "/vandrel-" + std::to_string(::getuid());
+            return util::kNoError;
         case SpecialFolder::Trash: {
             std::string data;
             if (std::optional<std::string> xdg = AbsoluteVariable("XDG_DATA_HOME")) data = *xdg;
@@ -154,10 +159,26 @@ util::Status FindSpecialFolder(SpecialFolder folder, std::string& path) {
                 return status;
             }
             path = data + "/Trash/files";
-            // The trash holds what the user threw away: nobody else's business.
-            return MakeFolders(path, 0700);
+            return util::kNoError;
         }
         case SpecialFolder::HostFolder: return ProgramFolder(path);
+    }
+    return util::kBadParameter;
+}
+
+util::Status FindSpecialFolder(SpecialFolder folder, std::string& path) {
+    if (const util::Status status = LocateSpecialFolder(folder, path); status != util::kNoError) return status;
+    switch (folder) {
+        case SpecialFolder::Root:
+        case SpecialFolder::HostFolder: return util::kNoError;
+        case SpecialFolder::TemporaryItems: return MakeTemporaryItemsFolder(path);
+        // Settings and what the user threw away are nobody else's business.
+        case SpecialFolder::Preferences:
+        case SpecialFolder::Trash: return MakeFolders(path, 0700);
+        case SpecialFolder::Applications:
+        case SpecialFolder::System: return MakeFolders(path, 0755);
+        case SpecialFolder::Desktop:
+        case SpecialFolder::Documents: return MakeFolders(path, 0777);
     }
     return util::kBadParameter;
 }

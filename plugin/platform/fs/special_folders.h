@@ -27,6 +27,9 @@ enum class SpecialFolder {
 // not is refused (-54) rather than used.
 util::Status FindSpecialFolder(SpecialFolder folder, std::string& path);
 
+// The same path without making anything, for questions about a folder that must not create it.
+util::Status LocateSpecialFolder(SpecialFolder folder, std::string& path);
+
 // The user's home folder: $HOME, else the password database's entry.
 std::optional<std::string> UserHomeFolder();
 

@@ -16,6 +16,7 @@
 #include <unistd.h>
 
 #include "platform/fs/file_status_codes.h"
+#include "platform/fs/real_paths.h"
 #include "platform/fs/finder_info.h"
 #include "platform/fs/item_probe.h"
 #include "platform/fs/tree_delete.h"
@@ -193,11 +194,6 @@ bool IsAtOrInside(const std::string& path, const std::string& folder) {
     return path == folder || (path.starts_with(folder) && (folder == "/" || path[folder.size()] == '/'));
 }
 
-std::string RealPath(const std::string& path) {
-    std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr), &std::free);
-    return real ? std::string(real.get()) : std::string();
-}
-
 // The complete copy goes in under the target's name. An existing target is swapped out in one step
 // where the file system can, so that there is never a moment without one of the two.
 Status PutInPlace(int folderFd, const std::string& temporary, const std::string& name, bool replace) {
@@ -239,12 +235,16 @@ Status CopyItemTree(const std::string& source, const std::string& target, bool r
     }
     const PathParts from = SplitPath(source);
     const PathParts to = SplitPath(target);
-    const std::string realSource = RealPath(source);
-    const std::string realTargetFolder = RealPath(to.folder);
-    if (realSource.empty() || realTargetFolder.empty()) return Errno();
     struct stat info {};
     if (::lstat(source.c_str(), &info) != 0) return Errno();
-    if (S_ISDIR(info.st_mode) && IsAtOrInside(realTargetFolder, realSource)) return util::kBadParameter;
+    // Only a folder can hold its own copy; a link is copied as a link, even one that leads nowhere
+    // (broken, or in a loop), which has no real path at all.
+    if (S_ISDIR(info.st_mode)) {
+        const std::string realSource = RealPath(source);
+        const std::string realTargetFolder = RealPath(to.folder);
+        if (realSource.empty() || realTargetFolder.empty()) return Errno();
+        if (IsAtOrInside(realTargetFolder, realSource)) return util::kBadParameter;
+    }
 
     UniqueFd fromFolder(::open(from.folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!fromFolder.Valid()) return Errno();

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -21,33 +22,57 @@ struct ChildEntry {
     bool isFolder;
 };
 
+// A folder whose permissions the delete opened up. Should the delete stop before the folder is
+// gone, the folder gets its own permissions back: what a failed delete leaves is as it was.
+class UnlockedFolder {
+public:
+    UnlockedFolder() = default;
+    UnlockedFolder(UniqueFd fd, mode_t originalMode, bool modeChanged)
+        : fd_(std::move(fd)), originalMode_(originalMode), modeChanged_(modeChanged) {}
+    UnlockedFolder(UnlockedFolder&&) = default;
+    UnlockedFolder& operator=(UnlockedFolder&&) = delete;
+    ~UnlockedFolder() {
+        if (modeChanged_ && fd_.Valid()) ::fchmod(fd_.Get(), originalMode_);
+    }
+
+    bool Valid() const { return fd_.Valid(); }
+    int Get() const { return fd_.Get(); }
+    void Removed() { modeChanged_ = false; }
+
+private:
+    UniqueFd fd_;
+    mode_t originalMode_ = 0;
+    bool modeChanged_ = false;
+};
+
 // A locked folder cannot be emptied (its entries cannot be unlinked) and one without read or search
 // permission cannot even be opened, so the owner's permissions come back before anything else.
-UniqueFd OpenFolderUnlocked(int parentFd, const char* name, util::Status& status) {
+UnlockedFolder OpenFolderUnlocked(int parentFd, const char* name, util::Status& status) {
     constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
     UniqueFd fd(::openat(parentFd, name, kFlags));
-    if (!fd.Valid() && errno == EACCES) {
-        struct stat info {};
-        if (::fstatat(parentFd, name, &info, AT_SYMLINK_NOFOLLOW) == 0 &&
-            ::fchmodat(parentFd, name, (info.st_mode & 07777) | kOwnerAll, 0) == 0) {
-            fd = UniqueFd(::openat(parentFd, name, kFlags));
-        }
-    }
-    if (!fd.Valid()) {
-        status = StatusFromErrno(errno);
-        return fd;
-    }
     struct stat info {};
-    if (::fstat(fd.Get(), &info) != 0) {
-        status = StatusFromErrno(errno);
-        return UniqueFd();
+    if (!fd.Valid() && errno == EACCES && ::fstatat(parentFd, name, &info, AT_SYMLINK_NOFOLLOW) == 0 &&
+        ::fchmodat(parentFd, name, (info.st_mode & 07777) | kOwnerAll, 0) == 0) {
+        fd = UniqueFd(::openat(parentFd, name, kFlags));
+        if (!fd.Valid()) {
+            status = StatusFromErrno(errno);
+            ::fchmodat(parentFd, name, info.st_mode & 07777, 0);
+            return UnlockedFolder();
+        }
+        status = util::kNoError;
+        return UnlockedFolder(std::move(fd), info.st_mode & 07777, true);
     }
-    if ((info.st_mode & kOwnerAll) != kOwnerAll && ::fchmod(fd.Get(), (info.st_mode & 07777) | kOwnerAll) != 0) {
+    if (!fd.Valid() || ::fstat(fd.Get(), &info) != 0) {
         status = StatusFromErrno(errno);
-        return UniqueFd();
+        return UnlockedFolder();
+    }
+    const bool locked = (info.st_mode & kOwnerAll) != kOwnerAll;
+    if (locked && ::fchmod(fd.Get(), (info.st_mode & 07777) | kOwnerAll) != 0) {
+        status = StatusFromErrno(errno);
+        return UnlockedFolder();
     }
     status = util::kNoError;
-    return fd;
+    return UnlockedFolder(std::move(fd), info.st_mode & 07777, locked);
 }
 
 // The folder's names are read in full before any is removed: removing entries while the stream is
@@ -77,20 +102,30 @@ util::Status ReadChildren(int folderFd, std::vector<ChildEntry>& children) {
     }
 }
 
+util::Status DeleteFolderAt(int parentFd, const char* name);
+
 util::Status EmptyFolder(int folderFd) {
     std::vector<ChildEntry> children;
     if (const util::Status status = ReadChildren(folderFd, children); status != util::kNoError) return status;
     for (const ChildEntry& child : children) {
         if (child.isFolder) {
-            util::Status status = util::kNoError;
-            UniqueFd childFd = OpenFolderUnlocked(folderFd, child.name.c_str(), status);
-            if (!childFd.Valid()) return status;
-            if ((status = EmptyFolder(childFd.Get())) != util::kNoError) return status;
-        }
-        if (::unlinkat(folderFd, child.name.c_str(), child.isFolder ? AT_REMOVEDIR : 0) != 0) {
+            if (const util::Status status = DeleteFolderAt(folderFd, child.name.c_str()); status != util::kNoError) {
+                return status;
+            }
+        } else if (::unlinkat(folderFd, child.name.c_str(), 0) != 0) {
             return StatusFromErrno(errno);
         }
     }
+    return util::kNoError;
+}
+
+util::Status DeleteFolderAt(int parentFd, const char* name) {
+    util::Status status = util::kNoError;
+    UnlockedFolder folder = OpenFolderUnlocked(parentFd, name, status);
+    if (!folder.Valid()) return status;
+    if ((status = EmptyFolder(folder.Get())) != util::kNoError) return status;
+    if (::unlinkat(parentFd, name, AT_REMOVEDIR) != 0) return StatusFromErrno(errno);
+    folder.Removed();
     return util::kNoError;
 }
 
@@ -99,14 +134,8 @@ util::Status EmptyFolder(int folderFd) {
 util::Status DeleteItemTreeAt(int folderFd, const char* name) {
     struct stat info {};
     if (::fstatat(folderFd, name, &info, AT_SYMLINK_NOFOLLOW) != 0) return StatusFromErrno(errno);
-    const bool isFolder = S_ISDIR(info.st_mode);
-    if (isFolder) {
-        util::Status status = util::kNoError;
-        UniqueFd fd = OpenFolderUnlocked(folderFd, name, status);
-        if (!fd.Valid()) return status;
-        if ((status = EmptyFolder(fd.Get())) != util::kNoError) return status;
-    }
-    if (::unlinkat(folderFd, name, isFolder ? AT_REMOVEDIR : 0) != 0) return StatusFromErrno(errno);
+    if (S_ISDIR(info.st_mode)) return DeleteFolderAt(folderFd, name);
+    if (::unlinkat(folderFd, name, 0) != 0) return StatusFromErrno(errno);
     return util::kNoError;
 }
 

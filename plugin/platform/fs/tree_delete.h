@@ -9,7 +9,8 @@
 namespace vd::platform::fs {
 
 // The item itself is deleted; a symbolic link is removed, never followed. The first failure stops
-// the whole delete and is answered; what was deleted before it stays deleted.
+// the whole delete and is answered; what was deleted before it stays deleted, and the folders that
+// remain get back the permissions the delete opened up.
 util::Status DeleteItemTree(const std::string& path);
 
 // The same for the entry name inside the open folder folderFd.
