@@ -5,6 +5,8 @@
 #include <cstring>
 #include <string>
 
+#include <time.h>
+
 namespace {
 
 constexpr uint32_t kPluginId = 'F' << 24 | 'X' << 16 | 'T' << 8 | 'R';
@@ -169,6 +171,15 @@ FMX_ErrCode legacy(int16_t, const FMX_ExprEnv*, const FMX_DataVect* args, FMX_Da
     return 0;
 }
 
+// Fixture_Sleep ( seconds ): sleeps in steps of 10 ms, as a long computation would run, then
+// answers the seconds. It knows nothing of signals: the host must cope with a call it cannot stop.
+FMX_ErrCode sleepFor(int16_t, const FMX_ExprEnv*, const FMX_DataVect* args, FMX_Data* result) {
+    const double seconds = FM_FixPt_AsFloat(FM_DataVect_AtAsNumber(args, 0, Rec()), Rec());
+    const timespec step{0, 10'000'000};
+    for (double slept = 0; slept < seconds; slept += 0.01) nanosleep(&step, nullptr);
+    return FM_Data_SetAsNumber(result, FM_DataVect_AtAsNumber(args, 0, Rec()), FMX_TYPE_NUMBER, Rec());
+}
+
 struct Entry {
     int16_t id;
     const char* name;
@@ -185,6 +196,7 @@ const Entry kFunctions[] = {
     {5, "Fixture_Evaluate", "Fixture_Evaluate ( calculation )", 1, 1, evaluate},
     {6, "Fixture_HostInfo", "Fixture_HostInfo", 0, 0, hostInfo},
     {7, "Fixture_Legacy", "Fixture_Legacy ( text )", 1, 1, legacy},
+    {8, "Fixture_Sleep", "Fixture_Sleep ( seconds )", 1, 1, sleepFor},
 };
 
 intptr_t startUp(ExternCallBlock* block) {
