@@ -17,8 +17,8 @@ using namespace std::chrono_literals;
 
 class Interrupt : public VdhostTest {
 protected:
-    // Runs vdhost as vdhost() does, sends it signalNumber after a while, and answers what it did
-    // and how long it took after the signal.
+    // Runs vdhost as vdhost() does, sends it signalNumber once a Fixture_Sleep call is under way,
+    // and answers what it did and how long it took after the signal.
     struct Outcome {
         ProcessResult result;
         std::chrono::duration<double> afterSignal{};
@@ -27,7 +27,8 @@ protected:
         std::vector<std::string> argv = {VDHOST_EXE, "--db", db().string(), "--plugins", VD_FIXTURE_PLUGIN_DIR};
         argv.insert(argv.end(), args.begin(), args.end());
         writeFile(folder / "stdin", input);
-        const auto out = folder / "stdout", err = folder / "stderr";
+        const auto out = folder / "stdout", err = folder / "stderr", sleeping = folder / "sleeping";
+        std::filesystem::remove(sleeping);
         pid_t pid = fork();
         if (pid == 0) {
             int in = open((folder / "stdin").c_str(), O_RDONLY);
@@ -36,14 +37,17 @@ protected:
             if (in < 0 || o < 0 || e < 0 || chdir(folder.path().c_str()) != 0) _exit(126);
             dup2(in, 0), dup2(o, 1), dup2(e, 2);
             unsetenv("VDFIXTURE_STARTUP");
+            setenv("VDFIXTURE_SLEEPING", sleeping.c_str(), 1);
             std::vector<char*> raw;
             for (auto& a : argv) raw.push_back(a.data());
             raw.push_back(nullptr);
             execv(raw[0], raw.data());
             _exit(127);
         }
-        // Long enough for start-up and the statement to be under way.
-        std::this_thread::sleep_for(600ms);
+        // Only once the statement is under way, however slowly the machine starts the process.
+        for (int waited = 0; !std::filesystem::exists(sleeping) && waited < 2000; ++waited)
+            std::this_thread::sleep_for(10ms);
+        std::this_thread::sleep_for(100ms);
         kill(pid, signalNumber);
         const auto sent = std::chrono::steady_clock::now();
         int status = 0;
