@@ -3,6 +3,7 @@
 #include "api/function_registry.h"
 #include "api/text_codec.h"
 #include "calc_error.h"
+#include "interruption.h"
 
 namespace vdhost::calc {
 
@@ -10,6 +11,7 @@ FMX_Data BuiltinCallNode::evaluate(Evaluation& evaluation) const {
     std::vector<FMX_Data> values;
     values.reserve(arguments_.size());
     for (const NodePtr& argument : arguments_) values.push_back(argument->evaluate(evaluation));
+    throwIfInterrupted();
     return function_.apply(values, position);
 }
 
@@ -27,6 +29,8 @@ FMX_Data ExternalCallNode::evaluate(Evaluation& evaluation) const {
     int16_t id = function->id;
     std::u16string registeredName = function->name;
 
+    // Checked before and after the call: a plug-in call cannot be stopped, but nothing after it runs.
+    throwIfInterrupted();
     FMX_Data result;
     FMX_ErrCode code;
     bool threw = false;
@@ -43,6 +47,7 @@ FMX_Data ExternalCallNode::evaluate(Evaluation& evaluation) const {
         if (threw) text += " (it threw an exception)";
         throw CalcError::handlerFailure(position, name, code, text);
     }
+    throwIfInterrupted();
     return result;
 }
 

@@ -1,5 +1,6 @@
 #include "expression.h"
 
+#include "interruption.h"
 #include "parser.h"
 
 namespace vdhost::calc {
@@ -39,6 +40,7 @@ std::unique_ptr<Expression> Expression::parse(std::u16string_view text, int star
 
 FMX_Data Expression::evaluate(Context& context, Variables& locals) const {
     EvaluationDepth depth(root_->position);
+    throwIfInterrupted();
     Evaluation evaluation{context, locals, {}};
     evaluation.letValues.resize(letSlots_);
     return root_->evaluate(evaluation);

@@ -3,6 +3,9 @@
 #include "api/function_registry.h"
 #include "api/text_codec.h"
 #include "api/values.h"
+#include "calc/calc_error.h"
+#include "calc/interruption.h"
+#include "interrupt_signals.h"
 #include "session/names.h"
 #include "session/script.h"
 #include "session/value_output.h"
@@ -39,7 +42,7 @@ std::pair<std::string, std::string> fieldName(const std::string& text) {
 
 void showResult(const FMX_Data& value, const Options& o) {
     std::cout << displayText(value, o.raw) << '\n';
-    if (o.outFile) writeFileAtomically(*o.outFile, outputBytes(value));
+    if (o.outFile) writeFileAtomically(*o.outFile, outputBytes(value, o.raw));
 }
 
 std::string flagsText(uint32_t flags) {
@@ -66,6 +69,13 @@ int listFunctions(Session& session) {
     return kOk;
 }
 
+// One line per field, "Table::Field<tab>kind", in the order the fields were made.
+int listFields(Session& session) {
+    for (const auto& f : session.database().fields())
+        std::cout << f.table << "::" << f.field << "\t" << db::kindName(f.kind) << "\n";
+    return kOk;
+}
+
 int dispatch(Session& session, const Options& o) {
     const std::string& c = o.command;
     if (c == "eval") {
@@ -74,6 +84,8 @@ int dispatch(Session& session, const Options& o) {
         FMX_Data value;
         try {
             value = session.evaluate(utf8ToUtf16(o.arguments[0]), runner.locals());
+        } catch (const calc::Interrupted&) {
+            throw;
         } catch (const std::exception& e) {
             throw scriptErrorFrom(e, "eval");
         }
@@ -97,13 +109,13 @@ int dispatch(Session& session, const Options& o) {
         expectArguments(o, 2);
         auto [table, field] = fieldName(o.arguments[0]);
         calc::Variables locals;
-        FMX_Data value;
         try {
-            value = session.evaluate(utf8ToUtf16(o.arguments[1]), locals);
-        } catch (const std::exception& e) {
+            session.evaluateInto(table, field, utf8ToUtf16(o.arguments[1]), locals);
+        } catch (const calc::Interrupted&) {
+            throw;
+        } catch (const calc::CalcError& e) {
             throw scriptErrorFrom(e, "set");
         }
-        session.setField(table, field, value);
         return kOk;
     }
     if (c == "get") {
@@ -127,6 +139,10 @@ int dispatch(Session& session, const Options& o) {
         expectArguments(o, 0);
         return listFunctions(session);
     }
+    if (c == "fields") {
+        expectArguments(o, 0);
+        return listFields(session);
+    }
     if (c == "repl") {
         expectArguments(o, 0);
         return replCommand(session, o);
@@ -142,13 +158,23 @@ int runCommand(const Options& o) {
         std::cout << helpText(topic == "help" && o.arguments.empty() ? "" : topic);
         return o.command.empty() && !o.help ? kUsage : kOk;
     }
-    static const std::vector<std::string> known = {"eval", "run", "repl", "set", "get", "define", "functions"};
+    static const std::vector<std::string> known = {"eval", "run", "repl", "set", "get", "define", "fields", "functions"};
     if (std::find(known.begin(), known.end(), o.command) == known.end())
         throw UsageError("unknown command " + o.command + " (see vdhost --help)");
+    // Before any plug-in loads: see interrupt_signals.h.
+    installInterruptHandlers(o.command == "repl" ? InterruptPolicy::EndCalculationOnCtrlC : InterruptPolicy::EndCall);
+    SessionOptions sessionOptions = o.session;
+    sessionOptions.showElapsedTime = true;
     try {
-        Session session(o.session);
+        Session session(sessionOptions);
         for (const auto& problem : session.problems()) std::cerr << "vdhost: " << problem << "\n";
-        return dispatch(session, o);
+        int status = dispatch(session, o);
+        // A signal that came after the last step still ends the command as interrupted.
+        calc::throwIfInterrupted();
+        return status;
+    } catch (const calc::Interrupted& e) {
+        std::cerr << "vdhost: " << e.what() << "\n";
+        return interruptedStatus(e.signal);
     } catch (const ScriptError& e) {
         std::cerr << "vdhost: " << e.what() << "\n";
         return exitFor(e.kind);

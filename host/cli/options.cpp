@@ -19,6 +19,7 @@ const char* kGeneralHelp =
     "  set TABLE::FIELD EXPR  store a calculation's result into a field\n"
     "  get TABLE::FIELD       show a field\n"
     "  define TABLE::FIELD KIND  make a field of kind text, number or container\n"
+    "  fields                 list the database's fields and their kinds\n"
     "  functions              list the functions the plug-ins registered\n"
     "  help [COMMAND]         show this text, or a command's\n"
     "\n"
@@ -36,7 +37,9 @@ const char* kGeneralHelp =
     "\n"
     "Exit status: 0 when the calculation ran (whatever status text a function answered), 1 for a bad\n"
     "command line, 2 when a calculation did not parse or evaluate, 3 when a plug-in function answered\n"
-    "an error code, 4 for database or file trouble.\n";
+    "an error code, 4 for database or file trouble (such as a value its field cannot hold), 130 or\n"
+    "143 when Ctrl-C (SIGINT) or SIGTERM ended the command; the statement it was running stored\n"
+    "nothing.\n";
 
 const std::map<std::string, std::string>& commandHelp() {
     static const std::map<std::string, std::string> help = {
@@ -49,12 +52,20 @@ const std::map<std::string, std::string>& commandHelp() {
                 "  print calculation\n  write PATH calculation\n  define Table::Field KIND\n  calculation\n\n"
                 "The script stops at the first statement that fails; the message names the line.\n"},
         {"repl", "usage: vdhost [options] repl\n\nReads statements (as in scripts) at a prompt, with line editing and history\n"
-                 "(kept in ~/.vdhost_history). Errors are shown and the prompt goes on. End with\n"
-                 "Ctrl-D or \"exit\". Plug-ins get idle time while the prompt waits.\n"},
+                 "(kept in ~/.vdhost_history, written after every statement). Errors are shown and\n"
+                 "the prompt goes on. Ctrl-C ends the running calculation (the statement stores\n"
+                 "nothing) or drops the line being typed. End with Ctrl-D or \"exit\". Plug-ins get\n"
+                 "idle time while the prompt waits.\n"},
         {"set", "usage: vdhost [options] set TABLE::FIELD EXPR\n\nEvaluates EXPR and stores the result into the field of the table's current\n"
-                "record; table and field are made when missing.\n"},
+                "record; table and field are made when missing, a new field taking the kind of\n"
+                "its first value. Evaluation and store are one write transaction, so parallel\n"
+                "sets of \"T::C + 1\" all count. A value the field's kind cannot hold is refused\n"
+                "(status 4) and the field keeps what it held.\n"},
         {"get", "usage: vdhost [options] get TABLE::FIELD\n\nShows the field of the table's current record (--out FILE writes it).\n"},
-        {"define", "usage: vdhost [options] define TABLE::FIELD KIND\n\nMakes a field of kind text, number or container.\n"},
+        {"define", "usage: vdhost [options] define TABLE::FIELD KIND\n\nMakes a field of kind text, number or container, or changes the kind of a\n"
+                   "field that holds no data yet (store \"\" into it to empty it).\n"},
+        {"fields", "usage: vdhost [options] fields\n\nLists the fields of the database, one \"TABLE::FIELD<tab>KIND\" per line, in the\n"
+                   "order they were made.\n"},
         {"functions", "usage: vdhost [options] functions\n\nLists the registered functions: plug-in, id, name, argument counts, flags\n"
                       "and prototype.\n"},
         {"help", "usage: vdhost help [COMMAND]\n"},

@@ -26,6 +26,10 @@ constexpr const char* kAddRecordSql = "INSERT OR IGNORE INTO vd_records (table_i
 constexpr const char* kStoreValueSql =
     "INSERT INTO vd_values (field_id, record_id, type, value) VALUES (?1, ?2, ?3, ?4) "
     "ON CONFLICT (field_id, record_id) DO UPDATE SET type = excluded.type, value = excluded.value";
+constexpr const char* kFieldHoldsDataSql =
+    "SELECT 1 FROM vd_values WHERE field_id = ?1 AND value IS NOT NULL LIMIT 1";
+constexpr const char* kClearFieldSql = "DELETE FROM vd_values WHERE field_id = ?1";
+constexpr const char* kChangeKindSql = "UPDATE vd_fields SET kind = ?2 WHERE id = ?1";
 constexpr const char* kListFieldsSql =
     "SELECT t.name, f.name, f.kind FROM vd_fields f JOIN vd_tables t ON t.id = f.table_id ORDER BY f.id";
 
@@ -123,6 +127,34 @@ Connection* Database::connection() const {
     return connection_.get();
 }
 
+Connection* Database::connectionForReading() const {
+    if (!inStatement_) return connection();
+    // The statement stores at its end: the file it will need anyway is made now, so that what it
+    // reads is read under the lock.
+    Connection& c = const_cast<Database*>(this)->connectionForWriting(nullptr, {}, {});
+    lockForStatement(c);
+    return &c;
+}
+
+void Database::lockForStatement(Connection& c) const {
+    if (inStatement_ && !statementTransaction_) statementTransaction_ = std::make_unique<Transaction>(c);
+}
+
+Database::Statement::Statement(Database& database) : database_(database) {
+    if (database_.inStatement_) throw DatabaseError("A statement of \"" + database_.name_ + "\" is already open");
+    database_.inStatement_ = true;
+}
+
+Database::Statement::~Statement() {
+    database_.statementTransaction_.reset();  // rolls back unless committed
+    database_.inStatement_ = false;
+}
+
+void Database::Statement::commit() {
+    if (database_.statementTransaction_) database_.statementTransaction_->commit();
+    database_.statementTransaction_.reset();
+}
+
 Connection& Database::connectionForWriting(const FMX_Data* firstValue, std::string_view table,
                                            std::string_view field) {
     if (!connection_ && !exists()) {
@@ -138,7 +170,7 @@ Connection& Database::connectionForWriting(const FMX_Data* firstValue, std::stri
 std::optional<FMX_Data> Database::read(std::string_view table, std::string_view field) const {
     checkName(table, "table");
     checkName(field, "field");
-    Connection* c = connection();
+    Connection* c = connectionForReading();
     if (!c) return std::nullopt;
     Query row(*c, kReadSql);
     if (!row.bind(1, table).bind(2, field).bind(3, kCurrentRecord).step()) return std::nullopt;
@@ -149,6 +181,7 @@ void Database::write(std::string_view table, std::string_view field, const FMX_D
     checkName(table, "table");
     checkName(field, "field");
     Connection& c = connectionForWriting(&value, table, field);
+    lockForStatement(c);
     Transaction transaction(c);
     const int64_t tableId = ensureTable(c, table);
     auto row = findField(c, tableId, field);
@@ -163,22 +196,27 @@ void Database::define(std::string_view table, std::string_view field, FieldKind 
     checkName(table, "table");
     checkName(field, "field");
     Connection& c = connectionForWriting(nullptr, table, field);
+    lockForStatement(c);
     Transaction transaction(c);
     const int64_t tableId = ensureTable(c, table);
     if (auto row = findField(c, tableId, field)) {
-        if (row->kind != kind)
-            throw DatabaseError("Field " + qualifiedName(table, field) + " is already a " +
-                                kindName(row->kind) + " field; it cannot become a " + kindName(kind) +
-                                " field");
-        return;  // the transaction rolls back: nothing was changed
+        if (row->kind == kind) return;  // the transaction rolls back: nothing was changed
+        if (Query(c, kFieldHoldsDataSql).bind(1, row->id).step())
+            throw DatabaseError("Field " + qualifiedName(table, field) + " is a " + kindName(row->kind) +
+                                " field that holds data; it can become a " + kindName(kind) +
+                                " field only once it is empty (store \"\" into it first)");
+        // Only empty values are left; they would read back as empties of the old kind.
+        Query(c, kClearFieldSql).bind(1, row->id).run();
+        Query(c, kChangeKindSql).bind(1, row->id).bind(2, std::string_view(kindName(kind))).run();
+    } else {
+        addField(c, tableId, field, kind);
     }
-    addField(c, tableId, field, kind);
     transaction.commit();
 }
 
 std::vector<FieldInfo> Database::fields() const {
     std::vector<FieldInfo> out;
-    Connection* c = connection();
+    Connection* c = connectionForReading();
     if (!c) return out;
     Query list(*c, kListFieldsSql);
     while (list.step())

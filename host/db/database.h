@@ -20,6 +20,7 @@
 namespace vdhost::db {
 
 class Connection;
+class Transaction;
 
 class Database {
 public:
@@ -42,14 +43,37 @@ public:
     // database is as it was.
     void write(std::string_view table, std::string_view field, const FMX_Data& value);
 
-    // Makes the field with the given kind; nothing to do if it exists with that kind, an error if
-    // it exists with another.
+    // Makes the field with the given kind; nothing to do if it exists with that kind. A field of
+    // another kind changes kind while it holds no data (no record has a value in it); one that
+    // holds data is refused with a DatabaseError.
     void define(std::string_view table, std::string_view field, FieldKind kind);
 
     // Every field, in the order the fields were made.
     std::vector<FieldInfo> fields() const;
 
+    // Makes a statement's reads and writes one write transaction, so that what it read cannot
+    // change before it stores (two processes adding 1 to a field add 2). The write lock is taken,
+    // waiting for other writers, at the statement's first use of the database, which makes a
+    // missing file; nothing the statement wrote is kept unless commit() is called. One at a time.
+    class Statement {
+    public:
+        explicit Statement(Database& database);
+        ~Statement();
+        Statement(const Statement&) = delete;
+        Statement& operator=(const Statement&) = delete;
+
+        void commit();
+
+    private:
+        Database& database_;
+    };
+
 private:
+    // The connection for a read: in a statement, the one holding the write lock.
+    Connection* connectionForReading() const;
+    // In a statement whose lock is not yet taken, takes it on c.
+    void lockForStatement(Connection& c) const;
+
     Connection* connection() const;  // nullptr while there is no file
     Connection& connectionForWriting(const FMX_Data* firstValue, std::string_view table,
                                      std::string_view field);
@@ -58,6 +82,8 @@ private:
     std::filesystem::path location_;  // absolute, so a later change of folder does not matter
     std::string name_;
     mutable std::unique_ptr<Connection> connection_;
+    bool inStatement_ = false;
+    mutable std::unique_ptr<Transaction> statementTransaction_;  // once the statement's lock is held
 };
 
 }  // namespace vdhost::db

@@ -9,8 +9,10 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <optional>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace vdhost::db {
@@ -18,8 +20,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// How long a writer waits for another process's write to finish before giving up.
-constexpr int kBusyTimeoutMs = 5000;
+// How long a writer waits for other processes' writes before giving up. A storing statement holds
+// the write lock while it evaluates, so this allows for some long calculations queued ahead.
+constexpr int kBusyTimeoutMs = 30000;
 
 constexpr std::string_view kSqliteMagic{"SQLite format 3\0", 16};
 constexpr size_t kSqliteHeaderSize = 100;
@@ -100,6 +103,49 @@ bool linkIntoPlace(const fs::path& temp, const fs::path& location, const std::st
     throw DatabaseError("Cannot create \"" + name + "\": " + std::strerror(errno));
 }
 
+// A file that keeps changing under the immutable view is looked at this often before its verdict
+// is believed.
+constexpr int kLooksWhileChanging = 5;
+
+// When and how large: enough to tell that a file changed between two looks.
+struct FileStamp {
+    int64_t seconds = 0, nanoseconds = 0, size = -1;
+    bool operator==(const FileStamp&) const = default;
+};
+
+FileStamp stampOf(const fs::path& location) {
+    struct stat st {};
+    if (::stat(location.c_str(), &st) != 0) return {};
+    return {st.st_mtim.tv_sec, st.st_mtim.tv_nsec, st.st_size};
+}
+
+bool walBeside(const fs::path& location) {
+    std::error_code ec;
+    return fs::exists(location.string() + "-wal", ec);
+}
+
+// Why the file is not ours, judged through a connection opened with the given URI parameters.
+std::optional<std::string> verdictThrough(const fs::path& location, const std::string& name,
+                                          const char* parameters) {
+    std::unique_ptr<Connection> connection;
+    try {
+        connection = std::make_unique<Connection>(fileUri(location, parameters),
+                                                  SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, name);
+    } catch (const DatabaseError& e) {
+        return e.what();
+    }
+    sqlite3_busy_timeout(connection->handle(), kBusyTimeoutMs);
+    return whyNotOurs(*connection);
+}
+
+std::optional<std::string> immutableVerdict(const fs::path& location, const std::string& name) {
+    return verdictThrough(location, name, "mode=ro&immutable=1");
+}
+
+std::optional<std::string> sharedVerdict(const fs::path& location, const std::string& name) {
+    return verdictThrough(location, name, "mode=ro");
+}
+
 }  // namespace
 
 void inspectDatabaseFile(const fs::path& location, const std::string& name) {
@@ -110,14 +156,20 @@ void inspectDatabaseFile(const fs::path& location, const std::string& name) {
     if (bigEndianAt(header, kApplicationIdOffset) != kApplicationId)
         refuse(name, "it is an SQLite database without vdhost metadata");
 
-    std::unique_ptr<Connection> connection;
-    try {
-        connection = std::make_unique<Connection>(fileUri(location, "mode=ro&immutable=1"),
-                                                  SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, name);
-    } catch (const DatabaseError& e) {
-        refuse(name, e.what());
+    // The immutable view reads the main file alone: no locks, no side files, so a file that is not
+    // ours is never touched. It is exact only while nobody writes, though: another vdhost may be
+    // copying its WAL back into the file as we read, and the view then sees pages of two states
+    // ("malformed"). So a refusal is only believed once the file was still; while a WAL is beside
+    // it, the file is in use and is judged as SQLite's readers see it, under a shared lock.
+    for (int look = 1;; ++look) {
+        const auto before = stampOf(location);
+        auto reason = immutableVerdict(location, name);
+        if (!reason) return;
+        if (walBeside(location)) reason = sharedVerdict(location, name);
+        else if (look < kLooksWhileChanging && stampOf(location) != before) continue;
+        if (reason) refuse(name, *reason);
+        return;
     }
-    if (auto reason = whyNotOurs(*connection)) refuse(name, *reason);
 }
 
 bool createDatabaseFile(const fs::path& location, const std::string& name) {

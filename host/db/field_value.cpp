@@ -28,7 +28,24 @@ std::string quoteStart(std::u16string_view text) {
     return "\"" + utf16ToUtf8(text.substr(0, n)) + (n < text.size() ? "...\"" : "\"");
 }
 
-StoredValue asText(const FMX_Data& value) {
+std::string streamTypes(const FMX_Data& value) {
+    std::string types;
+    for (const auto& stream : value.binary.streams) types += (types.empty() ? "\"" : ", \"") + fourCharText(stream.type) + "\"";
+    return types;
+}
+
+// A container with data has no text that could stand for it: storing its text would put an empty
+// or a mere name in place of the data.
+[[noreturn]] void refuseContainer(FieldKind kind, const FMX_Data& value, std::string_view table,
+                                  std::string_view field) {
+    std::string name = qualifiedName(table, field);
+    std::string kindText = kind == FieldKind::Text ? "Text" : "Number";
+    throw DatabaseError(kindText + " field " + name + " cannot hold a container (" + streamTypes(value) +
+                        "); while it is empty, vdhost define " + name + " container makes it a container field");
+}
+
+StoredValue asText(const FMX_Data& value, std::string_view table, std::string_view field) {
+    if (isContainer(value) && !value.binary.streams.empty()) refuseContainer(FieldKind::Text, value, table, field);
     StoredValue stored;
     const std::u16string& units = textOf(value).units;
     if (units.empty()) return stored;
@@ -39,10 +56,15 @@ StoredValue asText(const FMX_Data& value) {
 }
 
 StoredValue asNumber(const FMX_Data& value, std::string_view table, std::string_view field) {
+    if (isContainer(value)) refuseContainer(FieldKind::Number, value, table, field);
     StoredValue stored;
+    // Text becomes the number its digits spell, as GetAsNumber reads it ("a1b2" is 12); a text
+    // without any would be stored as nothing, so it is refused instead.
     std::optional<double> number =
         isNumeric(value) ? std::optional<double>(value.number.value) : parseNumber(textOf(value).units);
-    if (!number) return stored;
+    if (!number)
+        throw DatabaseError("Number field " + qualifiedName(table, field) + " cannot hold the text " +
+                            quoteStart(textOf(value).units) + ", which holds no number");
     if (!std::isfinite(*number))
         throw DatabaseError("Number field " + qualifiedName(table, field) +
                             " cannot hold a number that is not finite");
@@ -80,7 +102,7 @@ StoredValue storedFormOf(const FMX_Data& value, FieldKind kind, std::string_view
                          std::string_view field) {
     if (emptyOf(value)) return {};
     switch (kind) {
-        case FieldKind::Text: return asText(value);
+        case FieldKind::Text: return asText(value, table, field);
         case FieldKind::Number: return asNumber(value, table, field);
         case FieldKind::Container: return asContainer(value, table, field);
     }

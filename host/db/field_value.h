@@ -26,8 +26,12 @@ struct StoredValue {
 // The kind a field gets when the first value written makes it.
 FieldKind kindForValue(const FMX_Data& value);
 
-// value as field table::field of the given kind keeps it. Throws DatabaseError when the kind cannot
-// hold it: plain text (not a reference) for a container, or a number that is not finite.
+// value as field table::field of the given kind keeps it: a number in a text field as its text, a
+// text in a number field as the number its digits spell, a reference text in a container field as a
+// reference container. Throws DatabaseError, never storing an empty in place of data, when the kind
+// cannot hold the value: a container with data in a text field, a container or a text without
+// digits in a number field, plain text (not a reference) in a container field, a number that is
+// not finite.
 StoredValue storedFormOf(const FMX_Data& value, FieldKind kind, std::string_view table,
                          std::string_view field);
 

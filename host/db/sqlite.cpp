@@ -122,16 +122,19 @@ std::span<const uint8_t> Query::blob(int column) const {
                : std::span<const uint8_t>();
 }
 
-Transaction::Transaction(Connection& connection) : connection_(connection) {
-    connection_.exec("BEGIN IMMEDIATE", "Cannot write to");
+Transaction::Transaction(Connection& connection)
+    : connection_(connection), nested_(sqlite3_get_autocommit(connection.handle()) == 0) {
+    connection_.exec(nested_ ? "SAVEPOINT vd_nested" : "BEGIN IMMEDIATE", "Cannot write to");
 }
 
 Transaction::~Transaction() {
-    if (open_) sqlite3_exec(connection_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+    if (!open_) return;
+    const char* undo = nested_ ? "ROLLBACK TO vd_nested; RELEASE vd_nested" : "ROLLBACK";
+    sqlite3_exec(connection_.handle(), undo, nullptr, nullptr, nullptr);
 }
 
 void Transaction::commit() {
-    connection_.exec("COMMIT", "Cannot write to");
+    connection_.exec(nested_ ? "RELEASE vd_nested" : "COMMIT", "Cannot write to");
     open_ = false;
 }
 

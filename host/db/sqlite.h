@@ -93,8 +93,9 @@ private:
 };
 
 // BEGIN IMMEDIATE on construction: the write lock is taken up front, so two writers queue on the
-// busy timeout instead of failing when one of them tries to upgrade a read lock. Rolls back unless
-// commit() was called.
+// busy timeout instead of failing when one of them tries to upgrade a read lock. Inside a
+// transaction that is already open it is a savepoint, so a write within a larger statement is
+// still all or nothing. Rolls back unless commit() was called.
 class Transaction {
 public:
     explicit Transaction(Connection& connection);
@@ -106,6 +107,7 @@ public:
 
 private:
     Connection& connection_;
+    bool nested_;
     bool open_ = true;
 };
 

@@ -2,6 +2,7 @@
 
 #include "api/text_codec.h"
 #include "calc/expression.h"
+#include "calc/interruption.h"
 #include "names.h"
 #include "value_output.h"
 
@@ -94,8 +95,10 @@ void ScriptRunner::runStatement(const std::u16string& statement, int line) {
                 return;
             }
             if (auto name = splitFieldName(target)) {
-                FMX_Data value = evaluateFrom(assign + 2);
-                session_.setField(name->first, name->second, value);
+                size_t offset = assign + 2;
+                while (offset < body.size() && isBlank(body[offset])) ++offset;
+                session_.evaluateInto(name->first, name->second, body.substr(offset), locals_, line,
+                                      columnAfter(statement, lead + offset));
                 return;
             }
         }
@@ -121,7 +124,7 @@ void ScriptRunner::runStatement(const std::u16string& statement, int line) {
             if (path.empty() || at >= body.size())
                 throw fail(ScriptError::Kind::Syntax, "write needs a path and a calculation");
             FMX_Data value = evaluateFrom(at);
-            writeFileAtomically(utf16ToUtf8(path), outputBytes(value));
+            writeFileAtomically(utf16ToUtf8(path), outputBytes(value, raw_));
             return;
         }
         if (startsWithWord(body, u"define")) {
@@ -137,6 +140,8 @@ void ScriptRunner::runStatement(const std::u16string& statement, int line) {
         }
         show(evaluateFrom(0));
     } catch (const ScriptError&) {
+        throw;
+    } catch (const calc::Interrupted&) {
         throw;
     } catch (const std::exception& e) {
         throw scriptErrorFrom(e, name_);

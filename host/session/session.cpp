@@ -2,6 +2,12 @@
 
 #include "api/text_codec.h"
 #include "calc/expression.h"
+#include "calc/interruption.h"
+#include "elapsed_time_line.h"
+
+#include <optional>
+
+#include <unistd.h>
 
 namespace vdhost {
 
@@ -24,6 +30,13 @@ Session::~Session() {
 
 FMX_Data Session::evaluate(std::u16string_view text, calc::Variables& locals, int line, int column) {
     auto expression = calc::Expression::parse(text, line, column);
+    std::optional<ElapsedTimeLine> elapsed;
+    if (options_.showElapsedTime && evaluating_ == 0) elapsed.emplace(STDERR_FILENO);
+    struct Count {
+        int& n;
+        explicit Count(int& counter) : n(counter) { ++n; }
+        ~Count() { --n; }
+    } count(evaluating_);
     return expression->evaluate(*this, locals);
 }
 
@@ -42,8 +55,14 @@ FMX_ErrCode Session::evaluate(std::u16string_view expression, FMX_Data& result) 
     }
 }
 
-void Session::setField(std::string_view table, std::string_view field, const FMX_Data& value) {
+void Session::evaluateInto(std::string_view table, std::string_view field, std::u16string_view text,
+                           calc::Variables& locals, int line, int column) {
+    db::Database::Statement statement(database_);
+    FMX_Data value = evaluate(text, locals, line, column);
+    calc::throwIfInterrupted();
     database_.write(table, field, value);
+    calc::throwIfInterrupted();  // the last moment at which the statement can still keep nothing
+    statement.commit();
 }
 
 std::optional<FMX_Data> Session::field(std::string_view table, std::string_view field) {

@@ -23,6 +23,8 @@ struct SessionOptions {
     std::vector<std::filesystem::path> pluginFolders;
     bool loadPlugins = true;
     HostIdentity identity;
+    // Show the time a long calculation has run on standard error, when that is a terminal.
+    bool showElapsedTime = false;
 };
 
 class Session final : public EvaluationHost, public calc::Context {
@@ -37,7 +39,11 @@ public:
     // Evaluates a calculation; throws calc::CalcError.
     FMX_Data evaluate(std::u16string_view text, calc::Variables& locals, int line = 1, int column = 1);
 
-    void setField(std::string_view table, std::string_view field, const FMX_Data& value);
+    // Evaluates a calculation and stores its result into a field of the current record, as one
+    // write transaction: no other process writes between what the calculation read and the
+    // store. Nothing is stored when the calculation fails or is interrupted.
+    void evaluateInto(std::string_view table, std::string_view field, std::u16string_view text,
+                      calc::Variables& locals, int line = 1, int column = 1);
 
     db::Database& database() { return database_; }
     PluginSet& plugins() { return plugins_; }
@@ -60,6 +66,7 @@ private:
     EvaluationHost* previousHost_;
     PluginSet plugins_;
     std::vector<std::string> problems_;
+    int evaluating_ = 0;  // calculations under way, counting those plug-ins start
 };
 
 }  // namespace vdhost

@@ -42,11 +42,11 @@ std::string displayText(const FMX_Data& value, bool raw) {
     return raw ? text : showLineBreaks(std::move(text));
 }
 
-Bytes outputBytes(const FMX_Data& value) {
+Bytes outputBytes(const FMX_Data& value, bool raw) {
     if (isContainer(value))
         for (const auto& s : value.binary.streams)
             if (s.type != kFnamType && s.type != kSizeType) return *s.bytes;
-    std::string text = utf8Of(value);
+    std::string text = raw ? utf8Of(value) : showLineBreaks(utf8Of(value));
     return Bytes(text.begin(), text.end());
 }
 

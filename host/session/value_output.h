@@ -14,8 +14,9 @@ namespace vdhost {
 std::string displayText(const FMX_Data& value, bool raw);
 
 // The bytes --out and the script's write statement put into a file: a container's first stream
-// ("FNAM" and "SIZE" skipped), otherwise the text in UTF-8.
-Bytes outputBytes(const FMX_Data& value);
+// ("FNAM" and "SIZE" skipped), otherwise the text in UTF-8 with its carriage returns as line feeds,
+// as the terminal shows it, unless raw.
+Bytes outputBytes(const FMX_Data& value, bool raw);
 
 // Writes through a temporary file in the same folder and renames it into place, so that a failure
 // never leaves a half-written target. Throws std::runtime_error with a readable message.

@@ -1,9 +1,12 @@
 // The test plug-in. It talks to the host only through the C API, as any plug-in would.
 #include <fmx/fmx.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
+
+#include <time.h>
 
 namespace {
 
@@ -169,6 +172,19 @@ FMX_ErrCode legacy(int16_t, const FMX_ExprEnv*, const FMX_DataVect* args, FMX_Da
     return 0;
 }
 
+// Fixture_Sleep ( seconds ): sleeps in steps of 10 ms, as a long computation would run, then
+// answers the seconds. It knows nothing of signals: the host must cope with a call it cannot stop.
+// When VDFIXTURE_SLEEPING names a file, the file is made as the sleep starts, so a test knows when
+// the call is under way.
+FMX_ErrCode sleepFor(int16_t, const FMX_ExprEnv*, const FMX_DataVect* args, FMX_Data* result) {
+    if (const char* mark = std::getenv("VDFIXTURE_SLEEPING"))
+        if (FILE* f = std::fopen(mark, "w")) std::fclose(f);
+    const double seconds = FM_FixPt_AsFloat(FM_DataVect_AtAsNumber(args, 0, Rec()), Rec());
+    const timespec step{0, 10'000'000};
+    for (double slept = 0; slept < seconds; slept += 0.01) nanosleep(&step, nullptr);
+    return FM_Data_SetAsNumber(result, FM_DataVect_AtAsNumber(args, 0, Rec()), FMX_TYPE_NUMBER, Rec());
+}
+
 struct Entry {
     int16_t id;
     const char* name;
@@ -185,6 +201,7 @@ const Entry kFunctions[] = {
     {5, "Fixture_Evaluate", "Fixture_Evaluate ( calculation )", 1, 1, evaluate},
     {6, "Fixture_HostInfo", "Fixture_HostInfo", 0, 0, hostInfo},
     {7, "Fixture_Legacy", "Fixture_Legacy ( text )", 1, 1, legacy},
+    {8, "Fixture_Sleep", "Fixture_Sleep ( seconds )", 1, 1, sleepFor},
 };
 
 intptr_t startUp(ExternCallBlock* block) {

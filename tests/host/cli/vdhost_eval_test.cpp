@@ -56,7 +56,10 @@ TEST_F(Eval, OutWritesTheFirstStreamOrTheText) {
     EXPECT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(readFile(out), "abc");
 
+    // Text gets line feeds, as the terminal shows it; --raw keeps the carriage returns.
     r = vdhost({"--out", out.string(), "eval", "\"é¶\""});
+    EXPECT_EQ(readFile(out), "\xC3\xA9\n");
+    r = vdhost({"--raw", "--out", out.string(), "eval", "\"é¶\""});
     EXPECT_EQ(readFile(out), "\xC3\xA9\r");
 
     // A target that cannot be written is reported, and nothing is left behind.

@@ -136,10 +136,10 @@ TEST_F(DatabaseValues, NumberFieldTakesTheNumberInAText) {
     EXPECT_EQ(fromBoolean.type, FMX_TYPE_NUMBER);
     EXPECT_EQ(fromBoolean.number.value, 1);
 
-    db().write("T", "N", makeText(u"no digits"));
-    FMX_Data empty = readBack("T", "N");
-    EXPECT_TRUE(emptyOf(empty));
-    EXPECT_NE(empty.type, FMX_TYPE_BINARY);
+    // A text without a number is refused rather than stored as an empty.
+    EXPECT_THAT([&] { db().write("T", "N", makeText(u"no digits")); },
+                ::testing::ThrowsMessage<DatabaseError>(HasSubstr("holds no number")));
+    EXPECT_EQ(readBack("T", "N").number.value, 1);
 }
 
 TEST_F(DatabaseValues, TextFieldTakesTheTextFormOfAnyValue) {
@@ -182,16 +182,17 @@ TEST_F(DatabaseValues, KindIsFixedWhenTheFieldIsMade) {
 
     db().write("T", "S", makeText(u"5"));
 
+    EXPECT_THAT([&] { db().define("T", "S", FieldKind::Number); },
+                ::testing::ThrowsMessage<DatabaseError>(HasSubstr("text field that holds data")));
     db().write("T", "Empty", makeText({}));  // even an empty first value makes a text field
     db().define("T", "Empty", FieldKind::Text);
-    EXPECT_THAT([&] { db().define("T", "Empty", FieldKind::Number); },
-                ::testing::ThrowsMessage<DatabaseError>(HasSubstr("already a text field")));
+    db().define("T", "Empty", FieldKind::Number);  // but one that holds nothing may change kind
     db().define("T", "Box", FieldKind::Container);
     db().define("t", "box", FieldKind::Container);
 
     const std::vector<FieldInfo> expected = {{"T", "N", FieldKind::Number},
                                              {"T", "S", FieldKind::Text},
-                                             {"T", "Empty", FieldKind::Text},
+                                             {"T", "Empty", FieldKind::Number},
                                              {"T", "Box", FieldKind::Container}};
     EXPECT_EQ(db().fields(), expected);
 }

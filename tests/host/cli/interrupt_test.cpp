@@ -1,0 +1,101 @@
+// Ctrl-C and SIGTERM while vdhost works: the call ends with 128 + signal and a short message, a
+// statement that was storing keeps nothing, and the prompt survives Ctrl-C.
+#include "vdhost_runner.h"
+
+#include <chrono>
+#include <csignal>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace vdtest {
+namespace {
+
+using namespace std::chrono_literals;
+
+class Interrupt : public VdhostTest {
+protected:
+    // Runs vdhost as vdhost() does, sends it signalNumber once a Fixture_Sleep call is under way,
+    // and answers what it did and how long it took after the signal.
+    struct Outcome {
+        ProcessResult result;
+        std::chrono::duration<double> afterSignal{};
+    };
+    Outcome interrupted(std::vector<std::string> args, int signalNumber, const std::string& input = "") {
+        std::vector<std::string> argv = {VDHOST_EXE, "--db", db().string(), "--plugins", VD_FIXTURE_PLUGIN_DIR};
+        argv.insert(argv.end(), args.begin(), args.end());
+        writeFile(folder / "stdin", input);
+        const auto out = folder / "stdout", err = folder / "stderr", sleeping = folder / "sleeping";
+        std::filesystem::remove(sleeping);
+        pid_t pid = fork();
+        if (pid == 0) {
+            int in = open((folder / "stdin").c_str(), O_RDONLY);
+            int o = open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+            int e = open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+            if (in < 0 || o < 0 || e < 0 || chdir(folder.path().c_str()) != 0) _exit(126);
+            dup2(in, 0), dup2(o, 1), dup2(e, 2);
+            unsetenv("VDFIXTURE_STARTUP");
+            setenv("VDFIXTURE_SLEEPING", sleeping.c_str(), 1);
+            std::vector<char*> raw;
+            for (auto& a : argv) raw.push_back(a.data());
+            raw.push_back(nullptr);
+            execv(raw[0], raw.data());
+            _exit(127);
+        }
+        // Only once the statement is under way, however slowly the machine starts the process.
+        for (int waited = 0; !std::filesystem::exists(sleeping) && waited < 2000; ++waited)
+            std::this_thread::sleep_for(10ms);
+        std::this_thread::sleep_for(100ms);
+        kill(pid, signalNumber);
+        const auto sent = std::chrono::steady_clock::now();
+        int status = 0;
+        waitpid(pid, &status, 0);
+        Outcome outcome;
+        outcome.afterSignal = std::chrono::steady_clock::now() - sent;
+        outcome.result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+        outcome.result.out = readFile(out);
+        outcome.result.err = readFile(err);
+        return outcome;
+    }
+};
+
+TEST_F(Interrupt, ASignalEndsTheCallAndTheStatementStoresNothing) {
+    ASSERT_EQ(vdhost({"set", "T::N", "1"}).status, 0);
+
+    // The call returns soon after the signal: the statement ends there, rolled back.
+    auto o = interrupted({"set", "T::N", "T::N + Fixture_Sleep ( 1.2 )"}, SIGINT);
+    EXPECT_EQ(o.result.status, 130) << o.result.err;
+    EXPECT_EQ(o.result.err, "vdhost: Interrupted.\n");
+    EXPECT_LT(o.afterSignal, 1.5s);
+
+    // A call that goes on much longer is not waited for: the process ends itself while its write
+    // transaction is open, and SQLite drops what it wrote.
+    o = interrupted({"set", "T::N", "Let ( [ a = T::N + 5 ] ; Fixture_Sleep ( 30 ) )"}, SIGTERM);
+    EXPECT_EQ(o.result.status, 143);
+    EXPECT_NE(o.result.err.find("Interrupted"), std::string::npos) << o.result.err;
+    EXPECT_LT(o.afterSignal, 5s);
+
+    // A script keeps what the statements before the interrupted one stored.
+    o = interrupted({"run", "-"}, SIGINT, "T::Before := 7\nT::N := Fixture_Sleep ( 1 )\nT::After := 8\n");
+    EXPECT_EQ(o.result.status, 130);
+
+    // Nobody is left waiting on a lock of the ended processes.
+    auto r = vdhost({"run", "-"}, {}, "print T::N\nprint T::Before\nT::N := T::N + 1\nprint T::N\n");
+    EXPECT_EQ(r.out, "1\n7\n2\n") << r.err;
+    EXPECT_EQ(vdhost({"fields"}).out, "T::N\tnumber\nT::Before\tnumber\n");
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+        EXPECT_EQ(entry.path().filename().string().find(".new-"), std::string::npos) << entry.path();
+}
+
+TEST_F(Interrupt, CtrlCEndsTheCalculationAndThePromptGoesOn) {
+    auto o = interrupted({"repl"}, SIGINT, "T::X := Fixture_Sleep ( 1 )\n6 * 7\n");
+    EXPECT_EQ(o.result.status, 0) << o.result.err;
+    EXPECT_EQ(o.result.out, "42\n");
+    EXPECT_EQ(o.result.err, "vdhost: Interrupted.\n");
+    EXPECT_EQ(vdhost({"fields"}).out, "");
+}
+
+}  // namespace
+}  // namespace vdtest
