@@ -93,29 +93,40 @@ protected:
 
     fs::path TemporaryItems() const { return root_ / "tmp" / ("vandrel-" + std::to_string(::getuid())); }
 
-    std::vector<std::string> TemporaryFiles() const {
-        std::vector<std::string> names;
+    // The names in the temporary folder that start with one of the prefixes, with their sizes.
+    std::map<std::string, uintmax_t> Names(std::initializer_list<const char*> prefixes) const {
+        std::map<std::string, uintmax_t> names;
         std::error_code ec;
         for (const auto& entry : fs::directory_iterator(TemporaryItems(), ec)) {
             const std::string name = entry.path().filename().string();
-            if (name.rfind("temp-", 0) == 0 || name.rfind(".temp-", 0) == 0) names.push_back(name);
+            for (const char* prefix : prefixes)
+                if (name.rfind(prefix, 0) == 0) names[name] = fs::file_size(entry.path(), ec);
         }
         return names;
     }
-
-    // A ledger that lists something: the files it names are on record.
-    bool LedgerWritten() const {
-        std::error_code ec;
-        for (const auto& entry : fs::directory_iterator(TemporaryItems(), ec))
-            if (entry.path().filename().string().rfind(".ledger-", 0) == 0 && fs::file_size(entry.path(), ec) > 0) return true;
-        return false;
+    std::vector<std::string> TemporaryFiles() const {
+        std::vector<std::string> names;
+        for (const auto& [name, size] : Names({"temp-", ".temp-"})) names.push_back(name);
+        return names;
     }
 
-    // Starts a conversion and waits until its temporary file is there and on record.
+    // Starts a conversion, waits until a temporary file and a ledger of its own are there (a ledger
+    // has a size once it lists a file), and holds the process right there (SIGSTOP), so that what
+    // the test does next meets the call mid-way.
     pid_t StartConversionAndCatchIt() {
+        const auto before = Names({"temp-", ".ledger-"});
+        const auto caught = [&] {
+            bool file = false, ledger = false;
+            for (const auto& [name, size] : Names({"temp-", ".ledger-"})) {
+                if (before.count(name)) continue;
+                if (name[0] == 't') file = true;
+                else ledger = ledger || (size > 0 && size != uintmax_t(-1));
+            }
+            return file && ledger;
+        };
         const pid_t pid = Start(Command("Vandrel_Normalize ( \"" + (root_ / "long.wav").string() + "\" )"));
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-        while (TemporaryFiles().empty() || !LedgerWritten()) {
+        while (!caught()) {
             int status = 0;
             if (std::chrono::steady_clock::now() > deadline || ::waitpid(pid, &status, WNOHANG) == pid) {
                 std::erase(running_, pid);
@@ -124,6 +135,7 @@ protected:
             }
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
+        ::kill(pid, SIGSTOP);
         return pid;
     }
 
@@ -136,6 +148,7 @@ TEST_F(StoppedCallTest, StopSignalsTakeTheCallsTemporaryFilesWithThem) {
         const pid_t pid = StartConversionAndCatchIt();
         ASSERT_GT(pid, 0);
         ::kill(pid, signal);
+        ::kill(pid, SIGCONT);
         EXPECT_NE(Wait(pid), 0) << strsignal(signal);
         EXPECT_EQ(TemporaryFiles(), std::vector<std::string>{}) << strsignal(signal);
     }
@@ -154,13 +167,12 @@ TEST_F(StoppedCallTest, NextStartSweepsFilesOfAKilledProcessButNotOfALiveOne) {
     // The live call's files are there too now; a plug-in starting beside it sweeps only the others.
     const std::map<std::string, std::string> env{{"TMPDIR", (root_ / "tmp").string()}};
     EXPECT_EQ(runProcess(Command("1"), env).status, 0);
-    int status = 0;
-    ASSERT_EQ(::waitpid(live, &status, WNOHANG), 0) << "the live call ended too soon to tell";
     const std::vector<std::string> left = TemporaryFiles();
     EXPECT_FALSE(left.empty());
     for (const std::string& name : abandoned) EXPECT_EQ(std::count(left.begin(), left.end(), name), 0) << name;
 
     ::kill(live, SIGTERM);
+    ::kill(live, SIGCONT);
     Wait(live);
     EXPECT_EQ(TemporaryFiles(), std::vector<std::string>{});
 }
