@@ -9,6 +9,7 @@
 #include "frame/args/host_exprenv.h"
 #include "platform/media/movie_from_file.h"
 
+#include <climits>
 #include <new>
 #include <string>
 #include <string_view>
@@ -21,13 +22,15 @@ namespace vd::container {
 namespace {
 
 constexpr int32_t kFileNotFound = -43;
+constexpr int32_t kBadName = -37;
 
-std::string_view Cut(std::string_view text, size_t limit) { return text.substr(0, limit); }
-
-// A reference text or path opened as a movie.
+// A reference text or path opened as a movie; only its first kReferenceTextLimit bytes are read.
+// A text longer than the system allows any path to be is a bad name: cut, it would name another
+// file, and "not found" would send the user looking for one that cannot exist.
 int32_t OpenReference(std::string_view text, media::Movie& movie) {
+    if (text.size() >= PATH_MAX) return kBadName;
     util::FileLocation location;
-    if (int32_t e = ResolveAgainstDatabase(Cut(text, kReferenceTextLimit), location)) return e;
+    if (int32_t e = ResolveAgainstDatabase(text.substr(0, kReferenceTextLimit), location)) return e;
     return media::MovieFromFile(util::FullPath(location), movie);
 }
 
@@ -43,14 +46,9 @@ bool IsExistingFile(std::string_view line, std::string& path) {
 // in order until one names a file.
 int32_t OpenStoredReference(const FMX_Data* parameter, media::Movie& movie) {
     const std::string text = ArgCText(host::DataGetAsText(parameter));
-    const std::string_view kept = Cut(text, kStoredReferenceLimit);
-    for (size_t start = 0; start < kept.size();) {
-        size_t end = kept.find_first_of("\r\n", start);
-        if (end == std::string_view::npos) end = kept.size();
+    for (std::string_view line : StoredReferenceLines(text)) {
         std::string path;
-        if (end > start && IsExistingFile(Cut(kept.substr(start, end - start), kReferenceTextLimit), path))
-            return media::MovieFromFile(path, movie);
-        start = end + 1;
+        if (IsExistingFile(line, path)) return media::MovieFromFile(path, movie);
     }
     return kFileNotFound;
 }

@@ -70,7 +70,7 @@ media::Status MixSounds(const media::Movie& first, const media::Movie& second, m
     if (bytesPerFrame == 0) return media::MediaFailure(media::kUnimplemented, "only PCM sounds are mixed");
     const int64_t total = std::max(length1, length2);
     if (uint64_t(total) > media::kMaxReadBytes / unsigned(bytesPerFrame))
-        return media::MediaFailure(media::kMemoryFull, "the mix is too long to hold");
+        return media::SoundTooLarge("the mix is too long to hold");
 
     try {
         // The result is made in one buffer of its final size: growing it block by block would need

@@ -71,7 +71,13 @@ int32_t OpenTwoSoundParameters(VDSError& error, const FMX_DataVect* args, FMX_Da
     return 0;
 }
 
+std::string_view StepFailureMessage(int32_t code, std::string_view stepMessage) {
+    if (code == media::kMemoryFull && media::TakeSoundTooLarge()) return "The sound is too large.";
+    return stepMessage;
+}
+
 FMX_ErrCode ReportFailure(VDSError& error, FMX_Data* result, int32_t code, std::string_view message) {
+    message = StepFailureMessage(code, message);
     error.SetCode(code);
     if (!message.empty()) error.SetMessage(message);
     return SetResultUtf8(result, error.StatusText());

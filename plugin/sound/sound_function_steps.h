@@ -59,6 +59,10 @@ int32_t StoreSoundResult(FMX_Data* result, media::Movie&& edited);
 int32_t OpenTwoSoundParameters(VDSError& error, const FMX_DataVect* args, FMX_Data* result, SoundMovie& first,
                                SoundMovie& second);
 
+// The message a failed step shows: its own, unless the sound was refused as too large to convert
+// or render (-108), which says so rather than blaming the step or the memory.
+std::string_view StepFailureMessage(int32_t code, std::string_view stepMessage);
+
 // A failed sound function: the code, the function's message for it ("" keeps the code's own) and
 // the status text of both as the function's result.
 FMX_ErrCode ReportFailure(VDSError& error, FMX_Data* result, int32_t code, std::string_view message);

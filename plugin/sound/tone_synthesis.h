@@ -12,8 +12,8 @@ namespace vd::sound {
 using media::Status;
 
 // The most one segment may hold: a duration that asks for more is refused (-108) before anything
-// is allocated, rather than reserving gigabytes on a typing slip.
-inline constexpr uint64_t kMaxSegmentBytes = uint64_t(1) << 30;
+// is allocated, rather than reserving gigabytes on a typing slip. The same cap as every rendered sound.
+inline constexpr uint64_t kMaxSegmentBytes = media::kMaxSoundBytes;
 
 // Appends truncate(seconds × hertz) frames of the waveform of flags (computed in single precision,
 // as always) to a sound media, described as 'raw ' (8-bit), 'twos' (16-bit) or 'fl32' (32-bit

@@ -37,6 +37,19 @@ media::Status SelectRange(media::Movie& movie, const WaveformRequest& request, S
     return media::CopyMovieSelection(movie, {start, end - start, int32_t(scale)}, work.movie);
 }
 
+// Removes every track but the sound track of the given index among the sound tracks.
+void KeepOnlySoundTrack(media::Movie& movie, size_t keep) {
+    size_t soundIndex = 0;
+    for (size_t i = 0; i < movie.TrackCount();) {
+        const bool sound = movie.TrackAt(i).characteristic == media::Characteristic::kAudio;
+        if (sound && soundIndex++ == keep) {
+            ++i;
+            continue;
+        }
+        movie.RemoveTrack(i);
+    }
+}
+
 // Only 16-bit PCM is drawn: 'sowt' as it is stored, 'twos' swapped.
 int32_t CheckSampleFormat(const media::SampleDescription& d) {
     if (d.dataFormat == media::kFormatRaw) return -4;
@@ -61,12 +74,17 @@ WaveformOutcome DrawWaveform(media::Movie movie, const WaveformRequest& request,
     platform::GraphicsWarmUp encoderStart;
     SoundMovie work;
     if (media::Status s = SelectRange(movie, request, work)) return {s, "Could not extract movie selection."};
+    const size_t soundTracks = work.movie.TracksWith(media::Characteristic::kAudio).size();
+    if (soundTracks == 0) return {media::kNoSoundTrack, ""};
+    if (request.selection.track < 1 || size_t(request.selection.track) > soundTracks) return {kNoSuchTrack, ""};
+    // Only the drawn track stays: converting to PCM renders every sound track into one, which
+    // would mix the others into it and leave no second track to draw.
+    KeepOnlySoundTrack(work.movie, size_t(request.selection.track - 1));
     if (media::Status s = EnsurePcm(work)) return {s, "Could not convert sound."};
 
-    const auto tracks = work.movie.TracksWith(media::Characteristic::kAudio);
-    if (tracks.empty()) return {media::kNoSoundTrack, ""};
-    if (request.selection.track < 1 || size_t(request.selection.track) > tracks.size()) return {kNoSuchTrack, ""};
-    const media::Media& media = tracks[size_t(request.selection.track - 1)]->media;
+    const media::Track* track = work.movie.FirstSoundTrack();
+    if (!track) return {media::kNoSoundTrack, ""};
+    const media::Media& media = track->media;
     if (media.Descriptions().empty()) return {media::kInvalidMedia, ""};
     const media::SampleDescription& description = media.Descriptions().front();
     if (int32_t e = CheckSampleFormat(description)) return {e, ""};

@@ -7,6 +7,7 @@
 #include "frame/args/value_readers.h"
 #include "frame/errors/vds_error.h"
 #include "frame/lifecycle.h"
+#include "sound/sound_function_steps.h"
 #include "sound/waveform.h"
 
 #include <algorithm>
@@ -23,7 +24,8 @@ constexpr int32_t kParamErr = -50;
 constexpr int32_t kNoJpegExporter = -2005;  // badComponentType
 
 // A failure leaves the result empty; the status is there for Vandrel_GetLastError.
-FMX_ErrCode Failure(VDSError& error, int32_t code, const std::string& message) {
+FMX_ErrCode Failure(VDSError& error, int32_t code, std::string_view stepMessage) {
+    const std::string_view message = StepFailureMessage(code, stepMessage);
     error.SetCode(code);
     if (!message.empty()) error.SetMessage(message);
     return 0;

@@ -126,9 +126,17 @@ Status DecodingSampleStore::DecodeMore(bool* ended) {
     uint8_t* outPlane = reinterpret_cast<uint8_t*>(pending_.data() + kept);
     int converted = swr_convert(d.converter.get(), &outPlane, frame->nb_samples,
                                 const_cast<const uint8_t**>(frame->extended_data), frame->nb_samples);
+    const auto decodedFormat = AVSampleFormat(frame->format);
+    const bool floating = decodedFormat == AV_SAMPLE_FMT_FLT || decodedFormat == AV_SAMPLE_FMT_FLTP ||
+                          decodedFormat == AV_SAMPLE_FMT_DBL || decodedFormat == AV_SAMPLE_FMT_DBLP;
     av_frame_unref(frame);
     if (converted < 0) return StatusFromAvError(converted, MediaStep::kReading);
     pending_.resize(kept + size_t(converted) * size_t(channels_));
+    // Floating samples pass the converter unchanged, NaN included: silence, as our own PCM reader
+    // makes them, so that no resampler spreads them and no rounding makes them full scale.
+    if (floating)
+        for (size_t i = kept; i < pending_.size(); ++i)
+            if (pending_[i] != pending_[i]) pending_[i] = 0.0f;
     framesDecoded_ += converted;
     return kNoError;
 }

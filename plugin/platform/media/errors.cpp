@@ -3,6 +3,7 @@
 //   FFmpeg / errno                          opening            reading            writing
 //   AVERROR(ENOENT), ENOTDIR                -43 fnfErr         -43                -43
 //   AVERROR(EACCES), EPERM, EROFS           -54 permErr        -54                -54
+//     (but a bare -1 from FFmpeg, which equals AVERROR(EPERM), is treated as damaged data)
 //   AVERROR(ENOMEM)                         -108 memFullErr    -108               -108
 //   AVERROR(ENOSPC), EDQUOT                 -34 dskFulErr      -34                -34
 //   AVERROR(EISDIR)                         -1302 notAFileErr  -1302              -1302
@@ -27,12 +28,14 @@ extern "C" {
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 namespace vd::media {
 
 namespace {
 
 thread_local std::string lastDetail;
+thread_local bool lastWasTooLarge = false;
 
 Status DamagedDataStatus(MediaStep step) {
     switch (step) {
@@ -75,6 +78,14 @@ Status StatusFromAvError(int avError, MediaStep step) {
     char text[AV_ERROR_MAX_STRING_SIZE] = {};
     av_strerror(avError, text, sizeof text);
     lastDetail = text;
+    lastWasTooLarge = false;
+    // -1 is AVERROR(EPERM) by value, but FFmpeg's readers also answer a bare -1 for a header they
+    // give up on (an AIFF claiming 0xFFFFFFFF frames): that is damage, not a permission. The
+    // library's own file access reports permissions as EACCES.
+    if (avError == -1) {
+        lastDetail = "the library could not read the header";
+        return DamagedDataStatus(step);
+    }
     return MapAvError(avError, step);
 }
 
@@ -82,13 +93,23 @@ Status StatusFromErrno(int errnoValue, MediaStep step) {
     // The text av_strerror gives for AVERROR(errno) too.
     char text[AV_ERROR_MAX_STRING_SIZE] = {};
     lastDetail = strerror_r(errnoValue, text, sizeof text);
+    lastWasTooLarge = false;
     return MapAvError(AVERROR(errnoValue), step);
 }
 
 Status MediaFailure(Status status, std::string detail) {
     lastDetail = std::move(detail);
+    lastWasTooLarge = false;
     return status;
 }
+
+Status SoundTooLarge(std::string detail) {
+    lastDetail = std::move(detail);
+    lastWasTooLarge = true;
+    return kMemoryFull;
+}
+
+bool TakeSoundTooLarge() { return std::exchange(lastWasTooLarge, false); }
 
 const std::string& LastMediaErrorDetail() { return lastDetail; }
 

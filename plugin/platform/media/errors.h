@@ -48,6 +48,17 @@ Status StatusFromErrno(int errnoValue, MediaStep step);
 // Records a status the layer decided itself, with a detail text for logs and messages.
 Status MediaFailure(Status status, std::string detail);
 
+// The most bytes a sound may take once decoded or converted: what one synthesised tone may hold,
+// and what a rendered result or a conversion may write. A header that claims more (a WAV of 1 Hz
+// whose few kilobytes turn into hours at 44100 Hz) is refused before anything is allocated or
+// written, rather than after minutes of work and gigabytes of disk.
+inline constexpr uint64_t kMaxSoundBytes = uint64_t(1) << 30;
+
+// kMemoryFull for a sound beyond kMaxSoundBytes. TakeSoundTooLarge() tells this refusal apart from
+// memory running out, so that the functions can say which it was; it answers once per refusal.
+Status SoundTooLarge(std::string detail);
+bool TakeSoundTooLarge();
+
 // The detail text of the last failure on this thread ("" after none).
 const std::string& LastMediaErrorDetail();
 

@@ -50,6 +50,22 @@ int64_t StreamDurationIn(const AVFormatContext& format, const AVStream& stream, 
     return -1;
 }
 
+// Codecs whose stated length counts whole packets, encoder delay and padding included (an MP3's
+// frames of 1152, an Apple Lossless file's packets of 4096), while the decoder drops those: the
+// stated length would be longer than every sound made from the file. Their length is counted by
+// decoding, as the edits read them.
+bool StatedLengthIncludesPadding(AVCodecID codec) { return codec == AV_CODEC_ID_MP3 || codec == AV_CODEC_ID_ALAC; }
+
+// A compressed format's code: the table's, else the stream's own tag when it is a readable code
+// (the sample entry of a QuickTime or MP4 file), else the codec's FFmpeg name. A WAVE format tag
+// (0x0031 for GSM) is no four-character code, and "????" tells nobody what the sound is.
+FourCharCode CompressedFormatCode(const CodecFormat* row, const AVCodecParameters& p, const char* codecName) {
+    if (row) return row->dataFormat;
+    const auto tag = FourCharCode(av_bswap32(p.codec_tag));
+    if (p.codec_tag && PrintableFourCC(tag)) return tag;
+    return FourCCFromName(codecName ? codecName : "", false);
+}
+
 SampleDescription DescribeSound(const AVCodecParameters& p) {
     const char* codecName = avcodec_get_name(p.codec_id);
     const CodecFormat* row = FindCodecFormat(codecName);
@@ -60,10 +76,12 @@ SampleDescription DescribeSound(const AVCodecParameters& p) {
         d.bigEndian = row->bigEndian;
         return d;
     }
-    d.dataFormat = row ? row->dataFormat : (p.codec_tag ? FourCharCode(av_bswap32(p.codec_tag)) : FourCC("????"));
+    d.dataFormat = CompressedFormatCode(row, p, codecName);
     d.numberOfChannels = int16_t(channels);
-    // Compressed sound was described with the size it decodes to; 16 unless the stream says more.
+    // Compressed sound was described with the size it decodes to; 16 unless the stream says more
+    // (a lossless stream's raw size, or the coded size of one that stores whole samples).
     int bits = row && row->sampleSize ? row->sampleSize : p.bits_per_raw_sample;
+    if (bits <= 0 && p.bits_per_coded_sample >= 8) bits = p.bits_per_coded_sample;
     d.sampleSize = int16_t(bits > 0 && bits <= 64 ? bits : 16);
     d.sampleRate = RateToFixed(p.sample_rate);
     d.exactSampleRate = p.sample_rate;
@@ -76,7 +94,7 @@ SampleDescription DescribeSound(const AVCodecParameters& p) {
 SampleDescription DescribeOther(const AVCodecParameters& p) {
     SampleDescription d;
     const CodecFormat* row = FindCodecFormat(avcodec_get_name(p.codec_id));
-    d.dataFormat = row ? row->dataFormat : (p.codec_tag ? FourCharCode(av_bswap32(p.codec_tag)) : FourCC("????"));
+    d.dataFormat = CompressedFormatCode(row, p, avcodec_get_name(p.codec_id));
     d.width = p.width;
     d.height = p.height;
     d.bitRate = p.bit_rate > 0 ? p.bit_rate : 0;
@@ -182,7 +200,11 @@ Status MovieFromFileByLibraries(const std::string& path, Movie& movie) {
             hasVisual |= raw->streams[i]->codecpar->codec_type == AVMEDIA_TYPE_VIDEO &&
                          !(raw->streams[i]->disposition & AV_DISPOSITION_ATTACHED_PIC);
         }
-        opened.importerSubtype = ImporterSubtypeFor(demuxer, brand ? brand->value : "", hasVisual);
+        const char* audioCodec = "";
+        for (unsigned i = 0; i < raw->nb_streams && !*audioCodec; ++i)
+            if (raw->streams[i]->codecpar->codec_type == AVMEDIA_TYPE_AUDIO)
+                audioCodec = avcodec_get_name(raw->streams[i]->codecpar->codec_id);
+        opened.importerSubtype = ImporterSubtypeFor(demuxer, brand ? brand->value : "", hasVisual, audioCodec);
 
         std::vector<PendingPcm> pcm;
         std::vector<PendingText> texts;
@@ -205,7 +227,7 @@ Status MovieFromFileByLibraries(const std::string& path, Movie& movie) {
                     continue;
                 }
                 auto store = std::make_shared<DecodingSampleStore>(path, int(i), p.ch_layout.nb_channels);
-                if (frames < 0) {
+                if (frames < 0 || StatedLengthIncludesPadding(p.codec_id)) {
                     counted.emplace_back(store, &track);
                     continue;
                 }

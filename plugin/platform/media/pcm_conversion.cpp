@@ -30,8 +30,16 @@ int32_t LoadInt24(const uint8_t* p, bool bigEndian) {
     return int32_t(u << 8) >> 8;  // sign-extend from 24 bits
 }
 
-float LoadFloat32(const uint8_t* p, bool bigEndian) { return std::bit_cast<float>(Load<uint32_t>(p, bigEndian)); }
-double LoadFloat64(const uint8_t* p, bool bigEndian) { return std::bit_cast<double>(Load<uint64_t>(p, bigEndian)); }
+// NaN samples are read as silence here already, so that a resampler does not spread them over
+// their neighbours.
+float LoadFloat32(const uint8_t* p, bool bigEndian) {
+    const float value = std::bit_cast<float>(Load<uint32_t>(p, bigEndian));
+    return value == value ? value : 0.0f;
+}
+double LoadFloat64(const uint8_t* p, bool bigEndian) {
+    const double value = std::bit_cast<double>(Load<uint64_t>(p, bigEndian));
+    return value == value ? value : 0.0;
+}
 
 // Every integer layout on one scale: the sample as a signed 32-bit value (full scale 2^31).
 template <typename Sink>
@@ -64,12 +72,14 @@ void ForEachSample(const SampleDescription& d, const uint8_t* in, size_t samples
 void FloatsToInt16(const float* in, size_t samples, int16_t* out) {
     size_t i = 0;
 #ifdef __SSE2__
-    // Four at a time with the same rule: clamp (NaN to the bottom), round to nearest even (the
-    // default rounding mode, as lrintf), pack. The compiler does not vectorize the scalar form.
+    // Four at a time with the same rule: NaN to 0 (an ordered compare is false only for NaN, and
+    // the mask clears it), clamp, round to nearest even (the default rounding mode, as lrintf),
+    // pack. The compiler does not vectorize the scalar form.
     const __m128 scale = _mm_set1_ps(32768.0f), bottom = _mm_set1_ps(-32768.0f), top = _mm_set1_ps(32767.0f);
     for (; i + 8 <= samples; i += 8) {
-        __m128 a = _mm_mul_ps(_mm_loadu_ps(in + i), scale);
-        __m128 b = _mm_mul_ps(_mm_loadu_ps(in + i + 4), scale);
+        __m128 a = _mm_loadu_ps(in + i), b = _mm_loadu_ps(in + i + 4);
+        a = _mm_mul_ps(_mm_and_ps(a, _mm_cmpord_ps(a, a)), scale);
+        b = _mm_mul_ps(_mm_and_ps(b, _mm_cmpord_ps(b, b)), scale);
         a = _mm_min_ps(_mm_max_ps(a, bottom), top);
         b = _mm_min_ps(_mm_max_ps(b, bottom), top);
         _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i), _mm_packs_epi32(_mm_cvtps_epi32(a), _mm_cvtps_epi32(b)));

@@ -15,14 +15,15 @@ void PcmToInt16(const SampleDescription& description, const uint8_t* in, size_t 
 void PcmToFloat(const SampleDescription& description, const uint8_t* in, size_t samples, float* out);
 
 // Float in -1..1 to 16 bits, rounded to nearest and clipped: the one rule for every float that
-// becomes a 16-bit sample (decoded sound, mixes, rendered files).
+// becomes a 16-bit sample (decoded sound, mixes, rendered files). NaN, which a damaged or hostile
+// float file may hold, is silence: clipped like a number it would be a full-scale click.
 // Inline and free of library calls, so that loops over many samples vectorize: it runs once for
 // every sample of every rendered sound. Adding and taking away 1.5 × 2^23 rounds a float below
 // 2^22 to the nearest integer (ties to even, as lrintf does in the default rounding mode).
 inline int16_t FloatToInt16(float value) {
     constexpr float kRoundingMagic = 12582912.0f;
-    float scaled = value * 32768.0f;
-    scaled = std::max(-32768.0f, scaled);  // in this order NaN becomes -32768 too
+    float scaled = value == value ? value * 32768.0f : 0.0f;  // a select, not a branch: still vectorizes
+    scaled = std::max(-32768.0f, scaled);
     scaled = std::min(scaled, 32767.0f);
     return int16_t(int32_t((scaled + kRoundingMagic) - kRoundingMagic));
 }

@@ -7,6 +7,7 @@
 
 #include "platform/media/errors.h"
 #include "platform/media/movie.h"
+#include "platform/media/plain_wav_layout.h"
 
 #include <cstdint>
 #include <string>
@@ -14,17 +15,6 @@
 #include <sys/stat.h>
 
 namespace vd::media {
-
-struct PlainWavLayout {
-    const char* codecName = nullptr;  // the library's name for the samples ("pcm_s16le" ...)
-    int channels = 0;
-    int rate = 0;
-    int64_t dataOffset = 0;
-    int64_t dataSize = 0;
-};
-
-// The layout of the WAV file open on fd, or false when it is not a plain PCM WAV file.
-bool ReadPlainWavLayout(int fd, int64_t fileSize, PlainWavLayout& layout);
 
 // The movie of a plain WAV file: one sound track whose samples stay in the file. handled is false
 // (and the status 0) when the file is not one; the caller then opens it otherwise.

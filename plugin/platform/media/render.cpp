@@ -54,7 +54,10 @@ Status Fill(TrackSource& source, int64_t until, int channels, int outRate) {
         }
         int64_t frames = 0;
         const int64_t inRate = source.track->media.timeScale;
-        const int64_t want = std::max<int64_t>(1024, (until - source.QueuedEnd(channels)) * inRate / outRate + 1);
+        // At least about 1024 output frames' worth a read, counted in input frames: a fixed count of
+        // input frames would queue hours of output at once for a sound of a few hertz.
+        const int64_t least = std::max<int64_t>(1, 1024 * inRate / outRate);
+        const int64_t want = std::max(least, (until - source.QueuedEnd(channels)) * inRate / outRate + 1);
         if (Status s = source.reader->Next(std::min(want, kBlockFrames), source.input, frames)) return s;
         if (frames == 0) {
             source.ended = true;
@@ -93,6 +96,22 @@ Status MakeSource(const Movie& movie, size_t index, const OutputFormat& format, 
     const int channels = track.media.Descriptions().front().numberOfChannels;
     if (track.media.timeScale != format.sampleRate || channels != format.channels)
         return Resampler::Create(track.media.timeScale, channels, format.sampleRate, format.channels, source.resampler);
+    return kNoError;
+}
+
+// The size of the rendered samples, from the tracks' stated lengths, against the cap: a few frames
+// of a sound that claims 1 Hz become hours at the output's rate.
+Status CheckRenderedSize(const Movie& movie, const OutputFormat& format) {
+    const uint64_t frameBytes = uint64_t(format.channels) * uint64_t(std::max<int16_t>(format.sampleSize, 8) / 8);
+    const uint64_t maxFrames = kMaxSoundBytes / std::max<uint64_t>(frameBytes, 1);
+    for (size_t i = 0; i < movie.TrackCount(); ++i) {
+        const Track& track = movie.TrackAt(i);
+        if (track.characteristic != Characteristic::kAudio || !track.MediaInserted()) continue;
+        const int64_t start = ConvertTimeScale(track.MovieOffset(), movie.timeScale, format.sampleRate);
+        const int64_t length = ConvertTimeScale(track.media.Duration(), track.media.timeScale, format.sampleRate);
+        if (start < 0 || length < 0 || uint64_t(start) > maxFrames || uint64_t(length) > maxFrames - uint64_t(start))
+            return SoundTooLarge("the sound is too large: it would pass 1 GB at the output's rate");
+    }
     return kNoError;
 }
 
@@ -210,6 +229,7 @@ bool RendersAsCopy(const Movie& movie, const OutputFormat& format, const RenderO
 Status RenderMovie(const Movie& movie, const std::string& target, const OutputFormat& format,
                    const RenderOptions& options) {
     if (!movie.FirstSoundTrack()) return MediaFailure(kNoSoundTrack, "the movie has no sound track");
+    if (Status s = CheckRenderedSize(movie, format)) return s;
     try {
         std::vector<TrackSource> sources;
         for (size_t i = 0; i < movie.TrackCount(); ++i) {

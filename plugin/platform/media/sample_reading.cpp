@@ -41,7 +41,7 @@ Status CheckRange(const Media& media, int64_t firstFrame, int64_t& frameCount, s
     const int64_t duration = media.Duration();
     frameCount = firstFrame >= duration ? 0 : std::min(frameCount, duration - firstFrame);
     if (uint64_t(frameCount) * uint64_t(channels) * sampleBytes > kMaxReadBytes)
-        return MediaFailure(kMemoryFull, "too many samples for one read");
+        return SoundTooLarge("too many samples for one read");
     return kNoError;
 }
 
@@ -133,7 +133,7 @@ Status ReadStoredBytes(const Media& media, int64_t firstFrame, int64_t frameCoun
     const int bytesPerFrame = BytesPerFrame(first);
     if (bytesPerFrame == 0) return MediaFailure(kBadSampleFormat, "compressed sound has no PCM bytes");
     if (uint64_t(frameCount) * uint64_t(bytesPerFrame) > kMaxReadBytes)
-        return MediaFailure(kMemoryFull, "too many samples for one read");
+        return SoundTooLarge("too many samples for one read");
     auto pieces = PiecesOf(media, firstFrame, frameCount);
     for (const Piece& piece : pieces) {
         const SampleDescription& d = DescriptionOf(media, *piece.run);

@@ -86,7 +86,7 @@ Status ConvertToMono8(const Media& media, int32_t outRate, uint64_t maxBytes, st
     if (channels < 1) return MediaFailure(kInvalidMedia, "a sound media without channels");
     const int64_t expected = ConvertTimeScale(media.Duration(), media.timeScale, outRate);
     if (expected < 0 || uint64_t(expected) > maxBytes)
-        return MediaFailure(kMemoryFull, "the sound is too long to store in a container");
+        return SoundTooLarge("the sound is too long to store in a container");
     try {
         out.reserve(size_t(expected) + 1024);
         Status s = media.timeScale == outRate ? SameRate(media, channels, out) : OtherRate(media, channels, outRate, out);

@@ -113,6 +113,51 @@ TEST_F(SoundInfoTest, CompressedAndOtherContainersReportTheirOwnFormats) {
     EXPECT_TRUE(LeftoverTemporaryFiles().empty());
 }
 
+TEST_F(SoundInfoTest, FormatsAndSampleSizesAreTheFilesOwn) {
+    VD_REQUIRE_FFMPEG();
+    const std::string wav = Write("source.wav", SineWav(8000, 1, 8000));
+    struct Case {
+        const char* file;
+        std::vector<std::string> encoding;
+        const char *format, *sampleFormat, *sampleSize;
+    } cases[] = {
+        {"tone.wv", {"-c:a", "wavpack"}, "WVPK", "wvpk", "16"},
+        {"gsm.wav", {"-c:a", "gsm_ms"}, "WAVE", "agsm", "16"},
+        {"msadpcm.wav", {"-c:a", "adpcm_ms"}, "WAVE", "msad", "16"},
+        {"imaadpcm.wav", {"-c:a", "adpcm_ima_wav"}, "WAVE", "dvi ", "16"},
+        {"s64.wav", {"-c:a", "pcm_s64le"}, "WAVE", "in64", "64"},
+        {"linear.au", {"-c:a", "pcm_s16be"}, "AU  ", "twos", "16"},
+        {"mulaw.au", {"-c:a", "pcm_mulaw"}, "ULAW", "ulaw", "8"},
+    };
+    for (const auto& c : cases) {
+        std::vector<std::string> arguments{"-i", wav};
+        arguments.insert(arguments.end(), c.encoding.begin(), c.encoding.end());
+        arguments.push_back(Path(c.file));
+        Ffmpeg(arguments);
+        const std::string report = Info(Path(c.file));
+        EXPECT_EQ(Field(report, "Format"), c.format) << report;
+        EXPECT_EQ(Field(report, "      Sample Format"), c.sampleFormat) << report;
+        EXPECT_EQ(Field(report, "      Sample Size (b)"), c.sampleSize) << report;
+    }
+}
+
+TEST_F(SoundInfoTest, CompressedDurationsAreWhatTheEditsProduce) {
+    VD_REQUIRE_FFMPEG();
+    // One second: the MP3's frames of 1152 and the Apple Lossless packets of 4096 both hold more,
+    // which the decoder drops as the edits read the sound.
+    const std::string wav = Write("source.wav", SineWav(44100, 2));
+    Ffmpeg({"-i", wav, "-c:a", "libmp3lame", Path("tone.mp3")});
+    Ffmpeg({"-i", wav, "-c:a", "alac", Path("tone.caf")});
+    for (const char* file : {"tone.mp3", "tone.caf"}) {
+        const std::string report = Info(Path(file));
+        EXPECT_EQ(Field(report, "  Duration (s)"), "000:00:01.000") << report;
+        EXPECT_EQ(Field(report, "    Media Duration (s)"), "000:00:01.000") << report;
+        // A stored result holds one byte a frame after its 42-byte header.
+        const std::string snd = SoundStreamOf(Eval(u"Vandrel_Amplify ( $a ; 1 )", {vdhost::makeTextUtf8(Path(file))}));
+        EXPECT_EQ(snd.size(), 42u + 44100) << file;
+    }
+}
+
 TEST_F(SoundInfoTest, EveryAudioTrackIsReportedAsTrackOne) {
     VD_REQUIRE_FFMPEG();
     const std::string mono = Write("mono.wav", SineWav(22050, 1)), stereo = Write("stereo.wav", SineWav(44100, 2));

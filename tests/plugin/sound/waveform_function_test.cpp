@@ -118,6 +118,21 @@ TEST_F(WaveformFunctionTest, CompressedSoundsAreConvertedAndTheirFilesRemoved) {
     EXPECT_TRUE(LeftoverTemporaryFiles().empty());
 }
 
+TEST_F(WaveformFunctionTest, EverySoundTrackOfACompressedFileCanBeDrawn) {
+    VD_REQUIRE_FFMPEG();
+    // Track 1 silent, track 2 loud: converting both into one sound would lose track 2.
+    const std::string silent = Write("silent.wav", Pcm16Wav(std::vector<int16_t>(2 * 22050, 0), 2));
+    const std::string loud = Write("loud.wav", SineWav(22050, 2));
+    const auto both = Data() / "two.m4a";
+    media::Ffmpeg({"-i", silent, "-i", loud, "-map", "0", "-map", "1", "-c:a", "aac", both.string()});
+    // The curve's centre row is drawn either way; 15 rows above it only the loud track reaches.
+    EXPECT_EQ(Rows(Picture(Draw(both.string(), "2/LEFT", 300, 200), 299, 199), 150, {85, 100}), "RR");
+    EXPECT_EQ(Rows(Picture(Draw(both.string(), "1/LEFT", 300, 200), 299, 199), 150, {85, 100}), "BR");
+    Draw(both.string(), "3", 300, 200);
+    EXPECT_EQ(LastError(), "$-2028:Vandrel_DrawWaveform: No such track exists.");
+    EXPECT_TRUE(LeftoverTemporaryFiles().empty());
+}
+
 TEST_F(WaveformFunctionTest, RefusalsLeaveNoResultAndSayWhy) {
     const std::string stereo = Write("stereo.wav", SineWav(4410, 2));
     const std::string eightBit = Write("eight.wav", SineWav(4410, 1, 44100, 8));

@@ -67,7 +67,7 @@ TEST_F(MovieFromFileTest, DescribesEveryKindOfSoundFile) {
         {"s24.wav", "WAVE", "in24", 2, 24, 44100, 44100, 0},
         {"be.aiff", "AIFF", "twos", 2, 16, 44100, 44100, 0},
         {"le.caf", "caff", "sowt", 2, 16, 44100, 44100, 0},
-        {"be.au", "ULAW", "twos", 2, 16, 44100, 44100, 0},
+        {"be.au", "AU  ", "twos", 2, 16, 44100, 44100, 0},
         {"mulaw.au", "ULAW", "ulaw", 2, 8, 44100, 44100, 0},
         {"pcm.mov", "MooV", "sowt", 2, 16, 44100, 44100, 0},
         {"tone.mp3", "MP3 ", ".mp3", 2, 16, 44100, 44100, 2500},  // counts the encoder's delay
@@ -218,7 +218,9 @@ TEST(MediaFormatTables, CodecsAndDemuxersMapToTheMacCodes) {
     EXPECT_EQ(ImporterSubtypeFor(mov, "isom", true), FourCC("mpg4"));
     EXPECT_EQ(ImporterSubtypeFor("wav", "", false), FourCC("WAVE"));
     EXPECT_EQ(ImporterSubtypeFor("au", "", false), FourCC("ULAW"));
-    EXPECT_EQ(ImporterSubtypeFor("tty", "", false), 0u);
+    EXPECT_EQ(ImporterSubtypeFor("au", "", false, "pcm_s16be"), FourCC("AU  "));
+    // A demuxer without a Mac importer is named by its own name.
+    EXPECT_EQ(ImporterSubtypeFor("tty", "", false), FourCC("TTY "));
 }
 
 }  // namespace

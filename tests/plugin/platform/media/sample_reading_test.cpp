@@ -156,7 +156,7 @@ TEST(FloatToInt16Test, BlockConversionAgreesWithTheOneSampleRule) {
     for (size_t i = 0; i < values.size(); ++i) ASSERT_EQ(block[i], vd::media::FloatToInt16(values[i])) << values[i];
     EXPECT_EQ(vd::media::FloatToInt16(1.5f / 32768), 2);   // ties go to even
     EXPECT_EQ(vd::media::FloatToInt16(2.5f / 32768), 2);
-    EXPECT_EQ(vd::media::FloatToInt16(std::numeric_limits<float>::quiet_NaN()), -32768);
+    EXPECT_EQ(vd::media::FloatToInt16(std::numeric_limits<float>::quiet_NaN()), 0);  // silence
     EXPECT_EQ(vd::media::FloatToInt16(1e9f), 32767);
 }
 
