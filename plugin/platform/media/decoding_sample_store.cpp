@@ -178,6 +178,7 @@ Status DecodingSampleStore::CountFrames(int64_t& frames) {
     if (Status s = Restart()) return s;
     bool ended = false;
     while (!ended) {
+        if (Status s = StopRequestStatus()) return s;
         if (Status s = DecodeMore(&ended)) return s;
         pending_.clear();
         pendingUsed_ = 0;

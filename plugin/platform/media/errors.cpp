@@ -22,6 +22,8 @@
 // like any other unreadable file. While reading it means the samples stop before the header said.
 #include "platform/media/errors.h"
 
+#include "platform/process/interrupt_cleanup.h"
+
 extern "C" {
 #include <libavutil/error.h>
 }
@@ -112,5 +114,9 @@ Status SoundTooLarge(std::string detail) {
 bool TakeSoundTooLarge() { return std::exchange(lastWasTooLarge, false); }
 
 const std::string& LastMediaErrorDetail() { return lastDetail; }
+
+Status StopRequestStatus() {
+    return platform::StopRequested() ? MediaFailure(kUserCanceled, "the process was told to stop") : kNoError;
+}
 
 }  // namespace vd::media

@@ -18,6 +18,7 @@ inline constexpr Status kEndOfFile = -39;           // eofErr: data ends before 
 inline constexpr Status kFileNotFound = -43;        // fnfErr
 inline constexpr Status kBadParameter = -50;        // paramErr
 inline constexpr Status kPermissionDenied = -54;    // permErr
+inline constexpr Status kUserCanceled = -128;       // userCanceledErr: the process was told to stop
 inline constexpr Status kMemoryFull = -108;         // memFullErr, also for sizes too large to hold
 inline constexpr Status kBadSoundFileFormat = -208; // badFileFormat: sound data corrupt mid-way
 inline constexpr Status kNotAFile = -1302;          // notAFileErr: a folder where a file belongs
@@ -58,6 +59,10 @@ inline constexpr uint64_t kMaxSoundBytes = uint64_t(1) << 30;
 // memory running out, so that the functions can say which it was; it answers once per refusal.
 Status SoundTooLarge(std::string detail);
 bool TakeSoundTooLarge();
+
+// kUserCanceled once the process was told to stop (Ctrl-C at a prompt that goes on), else kNoError:
+// the loops that touch a whole sound look at it once a block.
+Status StopRequestStatus();
 
 // The detail text of the last failure on this thread ("" after none).
 const std::string& LastMediaErrorDetail();

@@ -174,6 +174,7 @@ Status MixAll(std::vector<TrackSource>& sources, const OutputFormat& format, Sou
     std::vector<float> mix;
     std::vector<int16_t> out;
     for (int64_t position = 0;; position += kBlockFrames) {
+        if (Status s = StopRequestStatus()) return s;
         const int64_t blockEnd = position + kBlockFrames;
         int64_t produced = 0;
         for (auto& source : sources) {

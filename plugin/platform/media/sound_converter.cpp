@@ -37,6 +37,7 @@ Status SameRate(const Media& media, int channels, std::vector<uint8_t>& out) {
     std::vector<int16_t> block;
     const int64_t total = media.Duration();
     for (int64_t at = 0; at < total; at += kBlockFrames) {
+        if (Status s = StopRequestStatus()) return s;
         if (Status s = ReadFramesInt16(media, at, kBlockFrames, block)) return s;
         const size_t frames = block.size() / size_t(channels);
         if (frames == 0) break;  // compressed sound that ends before its stated duration
@@ -54,6 +55,7 @@ Status OtherRate(const Media& media, int channels, int32_t outRate, std::vector<
     std::vector<float> input, converted;
     std::vector<int16_t> samples;
     for (bool ended = false; !ended;) {
+        if (Status s = StopRequestStatus()) return s;
         int64_t frames = 0;
         if (Status s = reader.Next(kBlockFrames, input, frames)) return s;
         converted.clear();

@@ -1,7 +1,8 @@
 // A vdhost stopped in the middle of a sound function: told to stop (Ctrl-C, kill), it takes the
 // function's temporary files with it; killed outright, it leaves them to the next start, which
-// removes them unless their process is still alive.
-#include "plugin/platform/media/media_fixtures.h"
+// removes them unless their process is still alive. A host that goes on after the signal (a prompt)
+// gets the call back early, as cancelled.
+#include "plugin/sound/sound_test_support.h"
 
 #include <support/process.h>
 #include <support/temp_folder.h>
@@ -28,6 +29,30 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Ten minutes of 32-bit float mono: every function converts it to 16-bit PCM first, in a
+// temporary file, which takes long enough to be caught at.
+void WriteLongFloatWav(const fs::path& path) {
+    constexpr uint32_t kFrames = 44100 * 600;
+    std::string header = "RIFF";
+    media::PutLe(header, 36 + kFrames * 4, 4);
+    header += "WAVEfmt ";
+    media::PutLe(header, 16, 4);
+    media::PutLe(header, 3, 2);  // IEEE float
+    media::PutLe(header, 1, 2);
+    media::PutLe(header, 44100, 4);
+    media::PutLe(header, 44100 * 4, 4);
+    media::PutLe(header, 4, 2);
+    media::PutLe(header, 32, 2);
+    header += "data";
+    media::PutLe(header, kFrames * 4, 4);
+    std::ofstream out(path, std::ios::binary);
+    out << header;
+    std::vector<float> block(44100);
+    for (size_t i = 0; i < block.size(); ++i) block[i] = float(0.3 * std::sin(2 * media::kPi * 440.0 * double(i) / 44100));
+    for (uint32_t second = 0; second < 600; ++second)
+        out.write(reinterpret_cast<const char*>(block.data()), std::streamsize(block.size() * sizeof(float)));
+}
+
 class StoppedCallTest : public ::testing::Test {
 protected:
     StoppedCallTest() {
@@ -39,30 +64,6 @@ protected:
             ::kill(pid, SIGKILL);
             ::waitpid(pid, nullptr, 0);
         }
-    }
-
-    // Ten minutes of 32-bit float mono: every function converts it to 16-bit PCM first, in a
-    // temporary file, which takes long enough to be caught at.
-    static void WriteLongFloatWav(const fs::path& path) {
-        constexpr uint32_t kFrames = 44100 * 600;
-        std::string header = "RIFF";
-        media::PutLe(header, 36 + kFrames * 4, 4);
-        header += "WAVEfmt ";
-        media::PutLe(header, 16, 4);
-        media::PutLe(header, 3, 2);  // IEEE float
-        media::PutLe(header, 1, 2);
-        media::PutLe(header, 44100, 4);
-        media::PutLe(header, 44100 * 4, 4);
-        media::PutLe(header, 4, 2);
-        media::PutLe(header, 32, 2);
-        header += "data";
-        media::PutLe(header, kFrames * 4, 4);
-        std::ofstream out(path, std::ios::binary);
-        out << header;
-        std::vector<float> block(44100);
-        for (size_t i = 0; i < block.size(); ++i) block[i] = float(0.3 * std::sin(2 * media::kPi * 440.0 * double(i) / 44100));
-        for (uint32_t second = 0; second < 600; ++second)
-            out.write(reinterpret_cast<const char*>(block.data()), std::streamsize(block.size() * sizeof(float)));
     }
 
     std::vector<std::string> Command(const std::string& calculation) const {
@@ -175,6 +176,38 @@ TEST_F(StoppedCallTest, NextStartSweepsFilesOfAKilledProcessButNotOfALiveOne) {
     ::kill(live, SIGCONT);
     Wait(live);
     EXPECT_EQ(TemporaryFiles(), std::vector<std::string>{});
+}
+
+// A host whose own handler lets the process go on, as a prompt does.
+class PromptLikeHost {
+public:
+    PromptLikeHost() {
+        struct sigaction ignoreIt {};
+        ignoreIt.sa_handler = [](int) {};
+        sigemptyset(&ignoreIt.sa_mask);
+        ::sigaction(SIGINT, &ignoreIt, &previous_);
+    }
+    ~PromptLikeHost() { ::sigaction(SIGINT, &previous_, nullptr); }
+
+private:
+    struct sigaction previous_ {};
+};
+
+class CancelledCallTest : public PromptLikeHost, public SoundSessionTest {};
+
+TEST_F(CancelledCallTest, ASignalMidCallCancelsItAndTheNextCallRunsAsUsual) {
+    WriteLongFloatWav(Data() / "long.wav");
+    std::thread signaller([this] {
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+        while (LeftoverTemporaryFiles().empty() && std::chrono::steady_clock::now() < deadline)
+            std::this_thread::sleep_for(std::chrono::microseconds(200));
+        ::kill(::getpid(), SIGINT);
+    });
+    const std::string answer = Text(u"Vandrel_Amplify ( \"long.wav\" ; 2 )");
+    signaller.join();
+    EXPECT_EQ(answer, "$-128:Vandrel_Amplify: Could not convert sound.");
+    EXPECT_EQ(LeftoverTemporaryFiles(), std::vector<std::string>{});
+    EXPECT_EQ(SoundStreamOf(Eval(u"Vandrel_CreateSound ( \"sine\" ; 0.1 ; \"C4\" )")).empty(), false);
 }
 
 }  // namespace
