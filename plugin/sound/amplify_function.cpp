@@ -55,7 +55,8 @@ FMX_ErrCode Amplify(const FMX_DataVect* args, FMX_Data* result, const std::optio
             settings.limit = *limit;
         }
     }
-    if (media::Status s = EnsurePcm(sound)) return ReportFailure(error, result, s, "Could not convert sound.");
+    if (media::Status s = EnsurePcm(sound))
+        return ReportFailure(error, result, s, UnlessTemporaryFileFailed(sound.temporaryFileFailed, "Could not convert sound."));
 
     media::Movie amplified;
     if (media::Status s = AmplifyMovie(sound.movie, settings.gain, settings.limit, amplified))
@@ -63,7 +64,8 @@ FMX_ErrCode Amplify(const FMX_DataVect* args, FMX_Data* result, const std::optio
     SoundMovie rendered;
     RenderStep step;
     if (media::Status s = RenderResult(std::move(amplified), {}, rendered, step))
-        return ReportFailure(error, result, s, "Could not amplify sound.");
+        return ReportFailure(error, result, s,
+                             UnlessTemporaryFileFailed(step == RenderStep::kTemporaryFile, "Could not amplify sound."));
     if (int32_t e = container::StoreMovieAsSound(result, rendered.movie))
         return ReportFailure(error, result, e, "Could not set QuickTime container.");
     error.SetCode(0);

@@ -18,9 +18,11 @@ FMX_ErrCode AppendSoundFunction(const FunctionCall& call) {
     media::Movie joined;
     SoundMovie rendered;
     RenderStep step;
+    bool rendering = false;
     media::Status s = AppendSounds(first.movie, second.movie, joined);
-    if (s == media::kNoError) s = RenderResult(std::move(joined), {}, rendered, step);
-    if (s) return ReportFailure(error, call.result, s, "Could not concatenate sounds.");
+    if (s == media::kNoError) s = RenderResult(std::move(joined), {}, rendered, step), rendering = true;
+    const bool noTemporaryFile = rendering && step == RenderStep::kTemporaryFile;
+    if (s) return ReportFailure(error, call.result, s, UnlessTemporaryFileFailed(noTemporaryFile, "Could not concatenate sounds."));
     if (int32_t e = container::StoreMovieAsSound(call.result, rendered.movie))
         return ReportFailure(error, call.result, e, "Could not set output.");
     error.SetCode(0);

@@ -47,7 +47,9 @@ FMX_ErrCode FadeSoundFunction(const FunctionCall& call) {
     if (SourceFormatCode(sound.movie, format) != media::kNoError) format = kFallbackFormat;
     if (format == kMpeg4Audio)
         if (media::Status s = EnsurePcm(sound))
-            return ReportFailure(error, call.result, s, "Failed to convert movie into intermediate format");
+            return ReportFailure(error, call.result, s,
+                                 UnlessTemporaryFileFailed(sound.temporaryFileFailed,
+                                                           "Failed to convert movie into intermediate format"));
 
     Fade fade;
     if (media::Status s = SanitizeFade(request, sound.movie.Duration(), sound.movie.timeScale, fade))

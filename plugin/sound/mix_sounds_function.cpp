@@ -19,11 +19,14 @@ FMX_ErrCode MixSoundsFunction(const FunctionCall& call) {
     media::Movie mixed;
     SoundMovie rendered;
     RenderStep step;
+    bool rendering = false;
     media::Status s = EnsureLittleEndianPcm(first);
     if (s == media::kNoError) s = EnsureLittleEndianPcm(second);
     if (s == media::kNoError) s = MixSounds(first.movie, second.movie, mixed);
-    if (s == media::kNoError) s = RenderResult(std::move(mixed), {}, rendered, step);
-    if (s) return ReportFailure(error, call.result, s, "Could not mix sounds.");
+    if (s == media::kNoError) s = RenderResult(std::move(mixed), {}, rendered, step), rendering = true;
+    const bool noTemporaryFile = first.temporaryFileFailed || second.temporaryFileFailed ||
+                                 (rendering && step == RenderStep::kTemporaryFile);
+    if (s) return ReportFailure(error, call.result, s, UnlessTemporaryFileFailed(noTemporaryFile, "Could not mix sounds."));
     if (int32_t e = container::StoreMovieAsSound(call.result, rendered.movie))
         return ReportFailure(error, call.result, e, "Could not set result.");
     error.SetCode(0);

@@ -35,7 +35,10 @@ media::Status WriteMovieAsWav(const media::Movie& movie, const std::string& targ
 
 media::Status ConvertMovieToWav(SoundMovie& sound) {
     TemporaryFile wav;
-    if (media::Status s = TemporaryFile::Create(".wav", wav)) return s;
+    if (media::Status s = TemporaryFile::Create(".wav", wav)) {
+        sound.temporaryFileFailed = true;
+        return s;
+    }
     if (media::Status s = WriteMovieAsWav(sound.movie, wav.Path())) return s;
     media::Movie reopened;
     if (media::Status s = media::MovieFromFile(wav.Path(), reopened)) return s;

@@ -80,7 +80,7 @@ WaveformOutcome DrawWaveform(media::Movie movie, const WaveformRequest& request,
     // Only the drawn track stays: converting to PCM renders every sound track into one, which
     // would mix the others into it and leave no second track to draw.
     KeepOnlySoundTrack(work.movie, size_t(request.selection.track - 1));
-    if (media::Status s = EnsurePcm(work)) return {s, "Could not convert sound."};
+    if (media::Status s = EnsurePcm(work)) return {s, UnlessTemporaryFileFailed(work.temporaryFileFailed, "Could not convert sound.")};
 
     const media::Track* track = work.movie.FirstSoundTrack();
     if (!track) return {media::kNoSoundTrack, ""};

@@ -234,5 +234,17 @@ TEST_F(SoundFilesTest, AFunctionsTemporaryFilesAreGoneWhenItReturns) {
     EXPECT_EQ(media::OpenDescriptors(), descriptors);
 }
 
+TEST_F(SoundFilesTest, AnUnsafeTemporaryFolderIsNamedAsTheTrouble) {
+    writeFile(Path("deep.wav"), media::SineWav(4410, 2, 44100, 24));  // 24-bit: converted first
+    std::filesystem::create_directories(TemporaryItems());
+    std::filesystem::permissions(TemporaryItems(), std::filesystem::perms::all);  // open to everyone
+    EXPECT_EQ(Text(u"Vandrel_Amplify ( \"deep.wav\" ; 2 )"),
+              "$-54:Vandrel_Amplify: Could not get reference to a temporary file.");
+    EXPECT_EQ(Text(u"Vandrel_MixSounds ( \"deep.wav\" ; \"deep.wav\" )"),
+              "$-54:Vandrel_MixSounds: Could not get reference to a temporary file.");
+    std::filesystem::permissions(TemporaryItems(), std::filesystem::perms::owner_all);
+    EXPECT_EQ(SoundStreamOf(Eval(u"Vandrel_Amplify ( \"deep.wav\" ; 2 )")).empty(), false);
+}
+
 }  // namespace
 }  // namespace vdtest
