@@ -12,9 +12,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstring>
-#include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <string>
 #include <thread>
@@ -29,35 +27,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Ten minutes of 32-bit float mono: every function converts it to 16-bit PCM first, in a
-// temporary file, which takes long enough to be caught at.
-void WriteLongFloatWav(const fs::path& path) {
-    constexpr uint32_t kFrames = 44100 * 600;
-    std::string header = "RIFF";
-    media::PutLe(header, 36 + kFrames * 4, 4);
-    header += "WAVEfmt ";
-    media::PutLe(header, 16, 4);
-    media::PutLe(header, 3, 2);  // IEEE float
-    media::PutLe(header, 1, 2);
-    media::PutLe(header, 44100, 4);
-    media::PutLe(header, 44100 * 4, 4);
-    media::PutLe(header, 4, 2);
-    media::PutLe(header, 32, 2);
-    header += "data";
-    media::PutLe(header, kFrames * 4, 4);
-    std::ofstream out(path, std::ios::binary);
-    out << header;
-    std::vector<float> block(44100);
-    for (size_t i = 0; i < block.size(); ++i) block[i] = float(0.3 * std::sin(2 * media::kPi * 440.0 * double(i) / 44100));
-    for (uint32_t second = 0; second < 600; ++second)
-        out.write(reinterpret_cast<const char*>(block.data()), std::streamsize(block.size() * sizeof(float)));
-}
+// Ten minutes of 24-bit mono: every function converts it to 16-bit PCM first, in a temporary
+// file, which takes long enough to be caught at.
+void WriteLongWav(const fs::path& path) { writeFile(path, media::PcmWav(std::string(44100 * 600 * 3, '\0'), 1, 44100, 24)); }
 
 class StoppedCallTest : public ::testing::Test {
 protected:
     StoppedCallTest() {
         fs::create_directories(root_ / "tmp");
-        WriteLongFloatWav(root_ / "long.wav");
+        WriteLongWav(root_ / "long.wav");
     }
     ~StoppedCallTest() override {
         for (pid_t pid : running_) {
@@ -196,7 +174,7 @@ private:
 class CancelledCallTest : public PromptLikeHost, public SoundSessionTest {};
 
 TEST_F(CancelledCallTest, ASignalMidCallCancelsItAndTheNextCallRunsAsUsual) {
-    WriteLongFloatWav(Data() / "long.wav");
+    WriteLongWav(Data() / "long.wav");
     std::thread signaller([this] {
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         while (LeftoverTemporaryFiles().empty() && std::chrono::steady_clock::now() < deadline)
