@@ -19,11 +19,7 @@ TEST(HtmlColorTest, ValidTexts) {
         {"#FF8000", {0xFF, 0x80, 0x00}}, {"ff8000", {0xFF, 0x80, 0x00}}, {"#aBcDeF", {0xAB, 0xCD, 0xEF}},
         {"#F80", {0xFF, 0x88, 0x00}},    {"#fff", {0xFF, 0xFF, 0xFF}},   {" #000000 ", {0, 0, 0}},
         {"black", {0, 0, 0}},            {"Silver", {0xC0, 0xC0, 0xC0}}, {"GRAY", {0x80, 0x80, 0x80}},
-        {"white", {0xFF, 0xFF, 0xFF}},   {"maroon", {0x80, 0, 0}},       {"red", {0xFF, 0, 0}},
-        {"purple", {0x80, 0, 0x80}},     {"fuchsia", {0xFF, 0, 0xFF}},   {"green", {0, 0x80, 0}},
-        {"lime", {0, 0xFF, 0}},          {"olive", {0x80, 0x80, 0}},     {"yellow", {0xFF, 0xFF, 0}},
-        {"navy", {0, 0, 0x80}},          {"blue", {0, 0, 0xFF}},         {"teal", {0, 0x80, 0x80}},
-        {"AqUa", {0, 0xFF, 0xFF}},
+        {"fuchsia", {0xFF, 0, 0xFF}},    {"AqUa", {0, 0xFF, 0xFF}},
     };
     for (const Case& c : cases) {
         RgbColor color{1, 2, 3};

@@ -110,10 +110,6 @@ inline std::vector<std::string> FolderEntries(const std::filesystem::path& folde
 }
 
 // Little-endian fields of a file's bytes.
-inline uint32_t Le32(const std::string& b, size_t at) {
-    return uint32_t(uint8_t(b[at])) | uint32_t(uint8_t(b[at + 1])) << 8 | uint32_t(uint8_t(b[at + 2])) << 16 |
-           uint32_t(uint8_t(b[at + 3])) << 24;
-}
 inline int16_t Le16(const std::string& b, size_t at) { return int16_t(uint8_t(b[at]) | uint8_t(b[at + 1]) << 8); }
 
 }  // namespace vdtest::media
