@@ -4,6 +4,7 @@
 
 #include <api/function_registry.h>
 #include <plugins/plugin.h>
+#include <session/session.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -18,6 +19,14 @@ namespace vdtest {
 inline std::filesystem::path VandrelBundle() { return std::filesystem::path(VD_PLUGIN_DIR) / "Vandrel.fmxplugin"; }
 
 inline constexpr uint32_t kVandrelId = 'V' << 24 | 'D' << 16 | '7' << 8 | '0';
+
+// A host session of the real bundle over the given database file.
+inline vdhost::SessionOptions BundleSession(const std::filesystem::path& database) {
+    vdhost::SessionOptions options;
+    options.database = database;
+    options.pluginFolders = {VD_PLUGIN_DIR};
+    return options;
+}
 
 // Every register and unregister request the host sees while it lives, in order.
 class RegistryLog {

@@ -57,16 +57,9 @@ protected:
         std::filesystem::create_directories(root_ / "home");
         std::filesystem::create_directories(root_ / "tmp");
         std::filesystem::create_directories(root_ / "work");
-        session_.emplace(Options());
+        session_.emplace(BundleSession(root_ / "Test.vddb"));
         // The default folder lives as long as the plug-in; every test starts from its own.
         EXPECT_EQ(Call(u"Vandrel_SetDefaultFolder ( $a )", {Work().string()}), "");
-    }
-
-    vdhost::SessionOptions Options() const {
-        vdhost::SessionOptions options;
-        options.database = root_ / "Test.vddb";
-        options.pluginFolders = {VD_PLUGIN_DIR};
-        return options;
     }
 
     std::filesystem::path Work() const { return root_.path() / "work"; }

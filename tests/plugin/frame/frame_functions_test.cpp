@@ -20,14 +20,7 @@ namespace {
 
 class FrameFunctions : public ::testing::Test {
 protected:
-    FrameFunctions() : session_(Options(folder_)) {}
-
-    static vdhost::SessionOptions Options(const TempFolder& folder) {
-        vdhost::SessionOptions options;
-        options.database = folder / "Test.vddb";
-        options.pluginFolders = {VD_PLUGIN_DIR};
-        return options;
-    }
+    FrameFunctions() : session_(BundleSession(folder_ / "Test.vddb")) {}
 
     FMX_Data Eval(const std::u16string& calculation) {
         vdhost::calc::Variables locals;

@@ -45,12 +45,6 @@ TEST(StartUp, AnswersForHostInterfaceVersionsAndVersionTexts) {
     }
 }
 
-TEST(StartUp, AnEmptyVersionTextFallsBackToTheHostsStandIn) {
-    ScopedEnv fallback("VDHOST_VERSION_TEXT", "ProAdvanced 10.0v4");
-    vdhost::Plugin plugin(VandrelBundle());
-    EXPECT_EQ(plugin.start({52, u""}), 52);
-}
-
 TEST(StartUp, RefusedWithoutTheMediaLayer) {
     ScopedEnv media("VANDREL_MEDIA_LAYER", "absent");
     RegistryLog log;

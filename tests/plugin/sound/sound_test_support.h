@@ -33,10 +33,7 @@ protected:
     SoundSessionTest() : tmp_("TMPDIR", (root_ / "tmp").string()) {
         std::filesystem::create_directories(root_ / "tmp");
         std::filesystem::create_directories(Data());
-        vdhost::SessionOptions options;
-        options.database = Data() / "Base.vddb";
-        options.pluginFolders = {VD_PLUGIN_DIR};
-        session_.emplace(options);
+        session_.emplace(BundleSession(Data() / "Base.vddb"));
     }
 
     std::filesystem::path Data() const { return root_.path() / "data"; }

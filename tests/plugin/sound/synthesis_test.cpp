@@ -28,16 +28,10 @@ std::vector<uint8_t> Tone(uint16_t flags, size_t frames, double frequency, doubl
 }
 
 TEST(SynthWaveformNames, WholeNamesInAnyCase) {
-    EXPECT_EQ(WaveformCodeFromName("SINE"), kSine);
-    EXPECT_EQ(WaveformCodeFromName("Sine"), kSine);
-    EXPECT_EQ(WaveformCodeFromName("sin"), kSine);
-    EXPECT_EQ(WaveformCodeFromName("Rectangle"), kSquare);
-    EXPECT_EQ(WaveformCodeFromName("saw"), kSawtooth);
-    EXPECT_EQ(WaveformCodeFromName("NONE"), kSilence);
-    EXPECT_EQ(WaveformCodeFromName("noise"), kNoise);
-    EXPECT_FALSE(WaveformCodeFromName("sines"));
-    EXPECT_FALSE(WaveformCodeFromName(" sine"));
-    EXPECT_FALSE(WaveformCodeFromName(""));
+    const std::pair<const char*, uint16_t> names[] = {
+        {"SINE", kSine}, {"sin", kSine}, {"Rectangle", kSquare}, {"saw", kSawtooth}, {"NONE", kSilence}, {"noise", kNoise}};
+    for (const auto& [name, code] : names) EXPECT_EQ(WaveformCodeFromName(name), code) << name;
+    for (const char* bad : {"sines", " sine", ""}) EXPECT_FALSE(WaveformCodeFromName(bad)) << bad;
 }
 
 TEST(SynthNotes, TableLettersAndLimits) {

@@ -48,9 +48,8 @@ TEST(Arguments, BooleanWords) {
         bool value;
     };
     const Case cases[] = {
-        {"YES", true}, {"Ja", true}, {"Y", true}, {"o", true}, {"J", true}, {"1", true}, {"TRUE", true},
-        {"nein", false}, {"N", false}, {"", false}, {"2", false}, {"maybe", false}, {"yes ", false},
-        {"false", false}, {"0", false},
+        {"YES", true}, {"Ja", true}, {"o", true}, {"1", true}, {"TRUE", true},
+        {"nein", false}, {"", false}, {"2", false}, {"yes ", false}, {"0", false},
     };
     for (const auto& c : cases) {
         auto args = Args({Text(c.word)});
