@@ -26,14 +26,10 @@ TEST_F(ItemInfo, FileReportHasTenLinesFromTheInodeAndTheFinderAttributes) {
     EXPECT_TRUE(lines[0].starts_with("Created: ")) << lines[0];
     EXPECT_TRUE(lines[1].starts_with("Modified: ")) << lines[1];
     EXPECT_EQ(lines[1].size(), std::string("Modified: dd-mm-yyyy hh:mm:ss").size());
-    EXPECT_EQ(lines[2], "Invisible: 1");  // the Finder flag, though the name has no "."
-    EXPECT_EQ(lines[3], "Directory: 0");
-    EXPECT_EQ(lines[4], "Data size (b): 5");
-    EXPECT_EQ(lines[5], "Resource size (b): 300");
-    EXPECT_EQ(lines[6], "Locked: 1");
-    EXPECT_EQ(lines[7], "Alias: 0");
-    EXPECT_EQ(lines[8], "Type: TEXT");
-    EXPECT_EQ(lines[9], "Creator: ttxt");
+    // Invisible by the Finder flag, though the name has no ".".
+    EXPECT_EQ(std::vector<std::string>(lines.begin() + 2, lines.end()),
+              (std::vector<std::string>{"Invisible: 1", "Directory: 0", "Data size (b): 5", "Resource size (b): 300",
+                                        "Locked: 1", "Alias: 0", "Type: TEXT", "Creator: ttxt"}));
     EXPECT_EQ(LastError(), "$0:Vandrel_GetItemInfo: No error.");
 }
 
