@@ -47,7 +47,7 @@ TEST(FunctionTable, RegistrationsAsTheHostSeesThem) {
         if (f->pluginId == kVandrelId) ids.push_back(f->id);
     // The registered ids: 1-27, 51-77, 87 and 89-94.
     std::vector<int16_t> expected;
-    for (const auto [first, last] : {std::pair{1, 27}, std::pair{51, 77}, std::pair{87, 87}, std::pair{89, 94}})
+    for (const auto& [first, last] : {std::pair{1, 27}, std::pair{51, 77}, std::pair{87, 87}, std::pair{89, 94}})
         for (int id = first; id <= last; ++id) expected.push_back(int16_t(id));
     EXPECT_EQ(ids, expected);
     for (const auto& want : kGolden) {
