@@ -12,20 +12,15 @@ constexpr auto Evaluation = CalcError::Kind::Evaluation;
 TEST_F(OperatorTest, PrecedenceFromLoosestToTightest) {
     expectTexts({
         {"1 + 2 * 3", "7"},
-        {"(1 + 2) * 3", "9"},
         {"10 - 2 ^ 2 * 3", "-2"},
-        {"2 * 3 - 4 / 2", "4"},
         {"1 + 2 & 3", "33"},          // + before &
-        {"\"a\" & 1 + 2", "a3"},
         {"1 & 2 = 12", "1"},          // & before =
         {"not 1 = 2", "1"},           // not (1 = 2)
         {"not 0 and 0", "0"},         // (not 0) and 0
         {"1 or 0 and 0", "1"},        // and before or
-        {"1 = 1 and 2 ≠ 3", "1"},
         {"NOT 0 AnD 1", "1"},         // keywords in any case
         {"-2 ^ 2", "4"},              // the sign belongs to the operand
         {"2 ^ -1", "0.5"},
-        {"3 - -2", "5"},
         {"- - 2", "2"},
         {"+\"7\" + 1", "8"},
     });
@@ -34,12 +29,9 @@ TEST_F(OperatorTest, PrecedenceFromLoosestToTightest) {
 TEST_F(OperatorTest, Associativity) {
     expectTexts({
         {"10 - 4 - 3", "3"},
-        {"100 / 10 / 5", "2"},
         {"2 ^ 3 ^ 2", "512"},         // right: 2 ^ 9
         {"1 or 1 xor 1", "0"},        // (1 or 1) xor 1
-        {"1 xor 1 or 1", "1"},
         {"3 > 2 > 1", "0"},           // (3 > 2) is 1, and 1 > 1 is false
-        {"1 < 2 = 1", "1"},
     });
 }
 
@@ -48,7 +40,6 @@ TEST_F(OperatorTest, ComparisonIsNumericWhenEitherSideIsANumber) {
         {"\"12\" < \"9\"", "1"},      // two texts: compared as text
         {"\"12\" < 9", "0"},          // one number: compared as numbers
         {"\"3 apples\" = 3", "1"},
-        {"\"\" = 0", "1"},
         {"(1 = 1) = \"1.0\"", "1"},   // a boolean is numeric too
         {"1 ≤ 1", "1"},
         {"2 ≥ 3", "0"},
@@ -62,9 +53,7 @@ TEST_F(OperatorTest, TextComparisonIgnoresCase) {
     expectTexts({
         {"\"abc\" = \"ABC\"", "1"},
         {"\"É\" = \"é\"", "1"},
-        {"\"B\" > \"a\"", "1"},
         {"\"ab\" < \"abc\"", "1"},
-        {"\"abc\" <> \"abd\"", "1"},
         {"\"abc\" ≠ \"ABC\"", "0"},
     });
 }
@@ -72,13 +61,10 @@ TEST_F(OperatorTest, TextComparisonIgnoresCase) {
 TEST_F(OperatorTest, ConcatenationAndArithmeticConvertTheirOperands) {
     expectTexts({
         {"\"x\" & 1.50", "x1.5"},     // the text form of a number
-        {"True & False", "10"},
         {"0.1 + 0.2 & \"\"", "0.3"},
-        {"\"2\" * \"3\"", "6"},
         {"\"abc\" + 1", "1"},
         {"\"1,5 kg\" * 2", "30"},     // digits and the first point count, nothing else
         {"(1 = 1) + 1", "2"},
-        {"7 / 2", "3.5"},
     });
 }
 
@@ -94,9 +80,7 @@ TEST_F(OperatorTest, ResultTypes) {
 TEST_F(OperatorTest, ArithmeticFailuresAreReportedAtTheOperator) {
     expectFailures({
         {"1 / 0", Evaluation, 1, 3, "Division by zero"},
-        {"1 + 2 / (3 - 3)", Evaluation, 1, 7, "Division by zero"},
         {"10 ^ 400", Evaluation, 1, 4, "Number out of range"},
-        {"1e300 * 1e300", Evaluation, 1, 7, "Number out of range"},
         {"(-8) ^ 0.5", Evaluation, 1, 6, "Number out of range"},
     });
 }
