@@ -1,17 +1,11 @@
 // Container data through the C API: ordered typed streams, lookups, removal and file names.
-#include <fmx/fmx.h>
+#include "call_record.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
 namespace {
-
-struct Rec : FMX_CallRecord {
-    Rec() : FMX_CallRecord{FMX_RECORD_VERSION, FMX_RECORD_OK} {}
-    // A fresh record for one call: Rec() lives until the end of the call's full expression.
-    operator FMX_CallRecord*() { return this; }
-};
 
 struct Quad {
     FMX_QuadChar* p;

@@ -1,5 +1,5 @@
 // Data values, numbers and argument vectors through the C API.
-#include <fmx/fmx.h>
+#include "call_record.h"
 
 #include "api/values.h"
 
@@ -9,12 +9,6 @@
 #include <limits>
 
 namespace {
-
-struct Rec : FMX_CallRecord {
-    Rec() : FMX_CallRecord{FMX_RECORD_VERSION, FMX_RECORD_OK} {}
-    // A fresh record for one call: Rec() lives until the end of the call's full expression.
-    operator FMX_CallRecord*() { return this; }
-};
 
 std::u16string textOfData(const FMX_Data* d) {
     const FMX_Text* t = FM_Data_GetAsText(d, Rec());

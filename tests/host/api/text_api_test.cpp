@@ -1,5 +1,5 @@
 // Host texts through the C API: encodings, slices, find, and failure records.
-#include <fmx/fmx.h>
+#include "call_record.h"
 
 #include <gtest/gtest.h>
 
@@ -7,12 +7,6 @@
 #include <vector>
 
 namespace {
-
-struct Rec : FMX_CallRecord {
-    Rec() : FMX_CallRecord{FMX_RECORD_VERSION, FMX_RECORD_OK} {}
-    // A fresh record for one call: Rec() lives until the end of the call's full expression.
-    operator FMX_CallRecord*() { return this; }
-};
 
 struct TextOwner {
     FMX_Text* p = FM_Text_Constructor1(Rec());
