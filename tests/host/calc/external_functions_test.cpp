@@ -32,28 +32,17 @@ TEST_F(ExternalFunctionTest, CallsFindTheirRegistrationByNameAndArgumentCount) {
 }
 
 TEST_F(ExternalFunctionTest, HandlerErrorsCarryNameAndCode) {
-    struct Case {
-        const char* calculation;
-        int code;
-        int line, column;
-        const char* what;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {"Test_Fail", 7, 1, 1, "line 1, column 1: Test_Fail failed with error 7"},
-             {"1 +\n   test_fail ( 1101 )", 1101, 2, 4, "line 2, column 4: Test_Fail failed with error 1101"},
-             {"Test_Fail ( -3 )", -3, 1, 1, "line 1, column 1: Test_Fail failed with error -3"},
-             {"\"é\" & Test_Throw", -1, 1, 7,
-              "line 1, column 7: Test_Throw failed with error -1 (it threw an exception)"},
-         }) {
-        SCOPED_TRACE(c.calculation);
-        CalcError e = failure(c.calculation);
-        EXPECT_EQ(e.kind, CalcError::Kind::Handler);
-        EXPECT_EQ(e.handlerCode, c.code);
-        EXPECT_EQ(e.line, c.line);
-        EXPECT_EQ(e.column, c.column);
-        EXPECT_STREQ(e.what(), c.what);
-    }
-    EXPECT_EQ(failure("Test_Fail").functionName, "Test_Fail");
+    constexpr auto Handler = CalcError::Kind::Handler;
+    expectFailures({
+        {"Test_Fail", Handler, 1, 1, "Test_Fail failed with error 7"},
+        {"1 +\n   test_fail ( 1101 )", Handler, 2, 4, "Test_Fail failed with error 1101"},
+        {"Test_Fail ( -3 )", Handler, 1, 1, "Test_Fail failed with error -3"},
+        {"\"é\" & Test_Throw", Handler, 1, 7, "Test_Throw failed with error -1 (it threw an exception)"},
+    });
+    CalcError e = failure("Test_Fail ( -3 )");
+    EXPECT_EQ(e.handlerCode, -3);
+    EXPECT_EQ(e.functionName, "Test_Fail");
+    EXPECT_EQ(failure("Test_Throw").handlerCode, -1);
 }
 
 TEST_F(ExternalFunctionTest, UnknownFunctionsAndWrongCountsFailAtParseTime) {

@@ -4,7 +4,6 @@
 
 #include <pty.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 namespace vdtest {
 namespace {
@@ -16,13 +15,7 @@ std::string runOnTerminal(const std::vector<std::string>& argv, const std::strin
     int master = -1;
     pid_t pid = forkpty(&master, nullptr, nullptr, nullptr);
     if (pid == 0) {
-        if (chdir(folder.c_str()) != 0) _exit(126);
-        unsetenv("VDFIXTURE_STARTUP");
-        std::vector<char*> raw;
-        for (const auto& a : argv) raw.push_back(const_cast<char*>(a.c_str()));
-        raw.push_back(nullptr);
-        execv(raw[0], raw.data());
-        _exit(127);
+        execIn(folder, argv);
     }
     std::string written;
     char buffer[256];
@@ -35,8 +28,7 @@ std::string runOnTerminal(const std::vector<std::string>& argv, const std::strin
 }
 
 TEST_F(ElapsedTime, ShownOnATerminalOnlyAndClearedAtTheEnd) {
-    std::vector<std::string> argv = {VDHOST_EXE, "--db", db().string(), "--plugins", VD_FIXTURE_PLUGIN_DIR,
-                                     "eval", "Fixture_Sleep ( 1.5 )"};
+    std::vector<std::string> argv = command({"eval", "Fixture_Sleep ( 1.5 )"});
     const std::string shown = runOnTerminal(argv, folder.path().string());
     const size_t line = shown.find("\r  working\u2026 1.");
     ASSERT_NE(line, std::string::npos) << shown;

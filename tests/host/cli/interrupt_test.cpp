@@ -23,9 +23,7 @@ protected:
         ProcessResult result;
         std::chrono::duration<double> afterSignal{};
     };
-    Outcome interrupted(std::vector<std::string> args, int signalNumber, const std::string& input = "") {
-        std::vector<std::string> argv = {VDHOST_EXE, "--db", db().string(), "--plugins", VD_FIXTURE_PLUGIN_DIR};
-        argv.insert(argv.end(), args.begin(), args.end());
+    Outcome interrupted(const std::vector<std::string>& args, int signalNumber, const std::string& input = "") {
         writeFile(folder / "stdin", input);
         const auto out = folder / "stdout", err = folder / "stderr", sleeping = folder / "sleeping";
         std::filesystem::remove(sleeping);
@@ -34,15 +32,10 @@ protected:
             int in = open((folder / "stdin").c_str(), O_RDONLY);
             int o = open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
             int e = open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-            if (in < 0 || o < 0 || e < 0 || chdir(folder.path().c_str()) != 0) _exit(126);
+            if (in < 0 || o < 0 || e < 0) _exit(126);
             dup2(in, 0), dup2(o, 1), dup2(e, 2);
-            unsetenv("VDFIXTURE_STARTUP");
             setenv("VDFIXTURE_SLEEPING", sleeping.c_str(), 1);
-            std::vector<char*> raw;
-            for (auto& a : argv) raw.push_back(a.data());
-            raw.push_back(nullptr);
-            execv(raw[0], raw.data());
-            _exit(127);
+            execIn(folder.path().string(), command(args));
         }
         // Only once the statement is under way, however slowly the machine starts the process.
         for (int waited = 0; !std::filesystem::exists(sleeping) && waited < 2000; ++waited)
