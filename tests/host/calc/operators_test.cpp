@@ -9,7 +9,7 @@ namespace {
 using OperatorTest = CalcTest;
 constexpr auto Evaluation = CalcError::Kind::Evaluation;
 
-TEST_F(OperatorTest, PrecedenceFromLoosestToTightest) {
+TEST_F(OperatorTest, PrecedenceAndAssociativity) {
     expectTexts({
         {"1 + 2 * 3", "7"},
         {"10 - 2 ^ 2 * 3", "-2"},
@@ -23,11 +23,6 @@ TEST_F(OperatorTest, PrecedenceFromLoosestToTightest) {
         {"2 ^ -1", "0.5"},
         {"- - 2", "2"},
         {"+\"7\" + 1", "8"},
-    });
-}
-
-TEST_F(OperatorTest, Associativity) {
-    expectTexts({
         {"10 - 4 - 3", "3"},
         {"2 ^ 3 ^ 2", "512"},         // right: 2 ^ 9
         {"1 or 1 xor 1", "0"},        // (1 or 1) xor 1
@@ -35,7 +30,7 @@ TEST_F(OperatorTest, Associativity) {
     });
 }
 
-TEST_F(OperatorTest, ComparisonIsNumericWhenEitherSideIsANumber) {
+TEST_F(OperatorTest, ComparisonIsNumericWhenEitherSideIsANumberAndIgnoresCaseOtherwise) {
     expectTexts({
         {"\"12\" < \"9\"", "1"},      // two texts: compared as text
         {"\"12\" < 9", "0"},          // one number: compared as numbers
@@ -46,11 +41,7 @@ TEST_F(OperatorTest, ComparisonIsNumericWhenEitherSideIsANumber) {
         {"2 >= 2", "1"},
         {"2 <= 1", "0"},
         {"1 <> 2", "1"},
-    });
-}
-
-TEST_F(OperatorTest, TextComparisonIgnoresCase) {
-    expectTexts({
+        // Two texts compare without regard to case.
         {"\"abc\" = \"ABC\"", "1"},
         {"\"É\" = \"é\"", "1"},
         {"\"ab\" < \"abc\"", "1"},

@@ -9,16 +9,11 @@ namespace {
 
 using TextFunctionTest = CalcTest;
 
-TEST_F(TextFunctionTest, LengthCountsUtf16Units) {
+TEST_F(TextFunctionTest, LengthsAndPositionsCountUtf16UnitsAndHoldToTheText) {
     expectTexts({
         {"Length ( \"abc\" )", "3"},
         {"Length ( 12.50 )", "4"},      // the text form, "12.5"
         {"Length ( \"é😀\" )", "3"},    // the emoji takes two units
-    });
-}
-
-TEST_F(TextFunctionTest, LeftMiddleRightHoldCountsToTheText) {
-    expectTexts({
         {"Left ( \"abcdef\" ; 2 )", "ab"},
         {"Left ( \"abc\" ; 10 )", "abc"},
         {"Left ( \"abc\" ; -1 )", ""},
@@ -65,7 +60,7 @@ TEST_F(TextFunctionTest, PatternCountAndPositionIgnoreCaseAndFindOverlaps) {
     });
 }
 
-TEST_F(TextFunctionTest, CaseTrimExactAndConversions) {
+TEST_F(TextFunctionTest, CaseTrimExactConversionsAndValueLists) {
     expectTexts({
         {"Upper ( \"aBc é\" )", "ABC É"},
         {"Lower ( \"ÀB×\" )", "àb×"},
@@ -76,6 +71,16 @@ TEST_F(TextFunctionTest, CaseTrimExactAndConversions) {
         {"IsEmpty ( \"\" )", "1"},
         {"IsEmpty ( 0 )", "0"},
         {"IsEmpty ( $nothing )", "1"},
+
+        {"List ( \"a\" ; \"\" ; 2 ; \"b\" )", "a\r2\rb"},
+        {"List ( \"\" ; $nothing )", ""},
+        {"ValueCount ( \"a¶b¶\" )", "2"},     // a trailing return ends the last value
+        {"ValueCount ( \"¶a\" )", "2"},       // a leading one starts an empty value
+        {"ValueCount ( \"\" )", "0"},
+        {"ValueCount ( \"a\r\nb\nc\" )", "3"},
+        {"GetValue ( \"a¶b¶c\" ; 2 )", "b"},
+        {"GetValue ( \"a¶b\" ; 3 )", ""},
+        {"GetValue ( \"¶b\" ; 1 )", ""},
     });
     EXPECT_EQ(eval("GetAsText ( 2 )").type, FMX_TYPE_TEXT);
 }
@@ -89,20 +94,6 @@ TEST_F(TextFunctionTest, QuoteReadsBackAsTheSameText) {
         SCOPED_TRACE(utf16ToUtf8(quoted));
         EXPECT_EQ(textOf(calc::evaluate(quoted, context, locals)).units, original);
     }
-}
-
-TEST_F(TextFunctionTest, ValueLists) {
-    expectTexts({
-        {"List ( \"a\" ; \"\" ; 2 ; \"b\" )", "a\r2\rb"},
-        {"List ( \"\" ; $nothing )", ""},
-        {"ValueCount ( \"a¶b¶\" )", "2"},     // a trailing return ends the last value
-        {"ValueCount ( \"¶a\" )", "2"},       // a leading one starts an empty value
-        {"ValueCount ( \"\" )", "0"},
-        {"ValueCount ( \"a\r\nb\nc\" )", "3"},
-        {"GetValue ( \"a¶b¶c\" ; 2 )", "b"},
-        {"GetValue ( \"a¶b\" ; 3 )", ""},
-        {"GetValue ( \"¶b\" ; 1 )", ""},
-    });
 }
 
 }  // namespace
