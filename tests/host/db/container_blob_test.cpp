@@ -1,9 +1,10 @@
 // The container layout in the file: round trips, the exact bytes the docs promise, and refusal of
-// anything malformed without reading past the end.
+// anything malformed without reading past the end; and which texts are references to files.
 #include "temp_folder.h"
 
 #include <db/container_blob.h>
 #include <db/database_error.h>
+#include <db/reference_text.h>
 
 #include <api/fnam.h>
 #include <api/values.h>
@@ -103,6 +104,17 @@ TEST(ContainerBlob, MalformedHeadersAndLengthsAreRefusedWithAReason) {
         {{'V', 'D', 'C', 'N', 1, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0}, "no reference text"},
     };
     for (const auto& [blob, reason] : cases) EXPECT_THAT(refusal(blob), ::testing::HasSubstr(reason));
+}
+
+TEST(ReferenceText, OnlyTheFirstLinesExactPrefixCounts) {
+    EXPECT_TRUE(isReferenceText(u"size:120,80\rimage:/a.png"));
+    EXPECT_TRUE(isReferenceText(u"url:"));
+
+    EXPECT_FALSE(isReferenceText(u""));
+    EXPECT_FALSE(isReferenceText(u"File:a.txt"));     // case matters
+    EXPECT_FALSE(isReferenceText(u" file:a.txt"));    // at the very start only
+    EXPECT_FALSE(isReferenceText(u"file"));           // the colon belongs to the prefix
+    EXPECT_FALSE(isReferenceText(u"photo\rfile:a"));  // only the first line counts
 }
 
 }  // namespace
