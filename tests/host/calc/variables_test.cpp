@@ -30,8 +30,6 @@ TEST_F(VariableTest, LetNamesAreUnknownOutsideTheirLet) {
 
 TEST_F(VariableTest, LocalVariablesOutliveTheLetThatSetsThem) {
     EXPECT_EQ(text("Let ( $x = 5 ; $x ) & $x"), "55");
-    ASSERT_NE(locals.find(u"$x"), nullptr);
-    EXPECT_EQ(utf8Of(*locals.find(u"$x")), "5");
     // The next evaluation with the same scope still sees it...
     EXPECT_EQ(text("$X + 1"), "6");
     // ...but another scope does not.
@@ -41,8 +39,6 @@ TEST_F(VariableTest, LocalVariablesOutliveTheLetThatSetsThem) {
 
 TEST_F(VariableTest, GlobalVariablesBelongToTheContext) {
     EXPECT_EQ(text("Let ( $$total = 10 ; $$total * 2 )"), "20");
-    ASSERT_NE(context.globalVariables.find(u"$$total"), nullptr);
-    EXPECT_EQ(locals.find(u"$$total"), nullptr);
     EXPECT_EQ(locals.size(), 0u);
 
     Variables otherScope;
@@ -56,15 +52,12 @@ TEST_F(VariableTest, OneAndTwoDollarNamesAreDifferentVariables) {
     EXPECT_EQ(text("Let ( [ $x = 1 ; $$x = 2 ] ; $x & $$x )"), "12");
 }
 
-TEST_F(VariableTest, UnsetVariablesAreEmptyText) {
+TEST_F(VariableTest, UnsetVariablesAreEmptyTextAndNamesMayHaveDots) {
     FMX_Data value = eval("$never");
     EXPECT_EQ(value.type, FMX_TYPE_TEXT);
     EXPECT_TRUE(emptyOf(value));
     EXPECT_EQ(text("IsEmpty ( $$never )"), "1");
     EXPECT_EQ(text("$never + 1"), "1");
-}
-
-TEST_F(VariableTest, DottedVariableNames) {
     locals.set(u"$order.total", makeNumber(3));
     EXPECT_EQ(text("$order.total * 2"), "6");
 }

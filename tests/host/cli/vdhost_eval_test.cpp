@@ -81,10 +81,6 @@ TEST_F(Eval, ContainersSurviveTheDatabaseAcrossProcesses) {
     r = vdhost({"get", "Media::Picture"});
     EXPECT_EQ(r.out, "JPEG 7\nSIZE 4\nFNAM 12 Bild ä.jpg\n");
 
-    // A reference text stored into a container field becomes a reference container.
-    ASSERT_EQ(vdhost({"set", "Media::Picture", "\"size:10,20¶imagemac:/tmp/a.jpg\""}).status, 0);
-    r = vdhost({"eval", "Fixture_Describe ( Media::Picture )"});
-    EXPECT_EQ(r.out, "type=6 empty=0 text=size:10,20\nimagemac:/tmp/a.jpg streams=\n");
 
     EXPECT_EQ(vdhost({"get", "Media::Nothing"}).status, 4);
 }
