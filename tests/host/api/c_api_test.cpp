@@ -19,6 +19,14 @@ struct Rec : FMX_CallRecord {
     operator FMX_CallRecord*() { return this; }
 };
 
+// Whether call, given a fresh record, marks it failed.
+template <typename Call>
+bool failed(Call call) {
+    Rec rec;
+    call(&rec);
+    return rec.code == FMX_RECORD_FAILED;
+}
+
 struct TextOwner {
     FMX_Text* p = FM_Text_Constructor1(Rec());
     ~TextOwner() { FM_Text_Delete(p, Rec()); }
@@ -100,15 +108,9 @@ TEST(HostText, FindDeleteAppendAndEquality) {
 
 TEST(HostText, FailuresSetTheRecordAndNeverThrow) {
     TextOwner t;
-    Rec rec;
-    FM_Text_Assign(t.p, "x", 7, &rec);  // no such encoding
-    EXPECT_EQ(rec.code, FMX_RECORD_FAILED);
-    Rec rec2;
-    FM_Text_Assign(nullptr, "x", FMX_ENCODING_UTF8, &rec2);
-    EXPECT_EQ(rec2.code, FMX_RECORD_FAILED);
-    Rec rec3;
-    EXPECT_EQ(FM_Text_GetSize(nullptr, &rec3), 0u);
-    EXPECT_EQ(rec3.code, FMX_RECORD_FAILED);
+    EXPECT_TRUE(failed([&](Rec* r) { FM_Text_Assign(t.p, "x", 7, r); }));  // no such encoding
+    EXPECT_TRUE(failed([&](Rec* r) { FM_Text_Assign(nullptr, "x", FMX_ENCODING_UTF8, r); }));
+    EXPECT_TRUE(failed([&](Rec* r) { EXPECT_EQ(FM_Text_GetSize(nullptr, r), 0u); }));
     Rec ok;
     FM_Text_Assign(t.p, "fine", FMX_ENCODING_UTF8, &ok);
     EXPECT_EQ(ok.code, FMX_RECORD_OK);
@@ -135,9 +137,7 @@ TEST(HostNumbers, AsLongTruncatesTowardZeroAndSaturates) {
         EXPECT_EQ(FM_FixPt_AsLong(n, Rec()), c.asLong) << c.value;
         EXPECT_EQ(FM_FixPt_AsBool(n, Rec()), c.asBool) << c.value;
     }
-    Rec rec;
-    FM_FixPt_AssignDouble(n, std::numeric_limits<double>::quiet_NaN(), &rec);
-    EXPECT_EQ(rec.code, FMX_RECORD_FAILED);
+    EXPECT_TRUE(failed([&](Rec* r) { FM_FixPt_AssignDouble(n, std::numeric_limits<double>::quiet_NaN(), r); }));
     EXPECT_EQ(FM_FixPt_AsFloat(n, Rec()), -1e12);  // unchanged by the refused assignment
     FM_FixPt_Delete(n, Rec());
 }
@@ -180,9 +180,7 @@ TEST(HostData, SetAsTextHonoursTheNativeType) {
     EXPECT_EQ(textOfData(d), u"12.50 EUR");
     EXPECT_FALSE(FM_Data_IsEmpty(d, Rec()));
 
-    Rec rec;
-    EXPECT_NE(FM_Data_SetAsText(d, t, nullptr, 99, &rec), FMX_NO_ERROR);
-    EXPECT_EQ(rec.code, FMX_RECORD_FAILED);
+    EXPECT_TRUE(failed([&](Rec* r) { EXPECT_NE(FM_Data_SetAsText(d, t, nullptr, 99, r), FMX_NO_ERROR); }));
 
     FM_Data_Clear(d, FMX_TYPE_TEXT, Rec());
     EXPECT_TRUE(FM_Data_IsEmpty(d, Rec()));
@@ -204,13 +202,9 @@ TEST(HostDataVect, IndexesOutOfRangeFailWithoutCrashing) {
     const FMX_Text* t = FM_DataVect_AtAsText(v, 0, Rec());
     EXPECT_EQ(FM_Text_GetSize(t, Rec()), 1u);
 
-    Rec r1, r2, r3;
-    EXPECT_EQ(FM_DataVect_At(v, 1, &r1), nullptr);
-    EXPECT_EQ(r1.code, FMX_RECORD_FAILED);
-    EXPECT_EQ(FM_DataVect_AtAsText(v, 5, &r2), nullptr);
-    EXPECT_EQ(r2.code, FMX_RECORD_FAILED);
-    EXPECT_FALSE(FM_DataVect_AtAsBoolean(v, 2, &r3));
-    EXPECT_EQ(r3.code, FMX_RECORD_FAILED);
+    EXPECT_TRUE(failed([&](Rec* r) { EXPECT_EQ(FM_DataVect_At(v, 1, r), nullptr); }));
+    EXPECT_TRUE(failed([&](Rec* r) { EXPECT_EQ(FM_DataVect_AtAsText(v, 5, r), nullptr); }));
+    EXPECT_TRUE(failed([&](Rec* r) { EXPECT_FALSE(FM_DataVect_AtAsBoolean(v, 2, r)); }));
 
     FM_DataVect_Clear(v, Rec());
     EXPECT_EQ(FM_DataVect_Size(v, Rec()), 0u);
@@ -311,12 +305,9 @@ TEST_F(HostBinaryData, FileNamesRoundTripThroughTheHostsOwnEncoding) {
 
 TEST_F(HostBinaryData, BadIndexesSetTheFailureRecord) {
     add("JPEG", "x");
-    Rec r1, r2;
-    EXPECT_EQ(FM_BinaryData_GetSize(b, 1, &r1), 0u);
-    EXPECT_EQ(r1.code, FMX_RECORD_FAILED);
+    EXPECT_TRUE(failed([&](Rec* r) { EXPECT_EQ(FM_BinaryData_GetSize(b, 1, r), 0u); }));
     char c;
-    EXPECT_EQ(FM_BinaryData_GetData(b, -1, 0, 1, &c, &r2), FMX_ERR_PARAMETER);
-    EXPECT_EQ(r2.code, FMX_RECORD_FAILED);
+    EXPECT_TRUE(failed([&](Rec* r) { EXPECT_EQ(FM_BinaryData_GetData(b, -1, 0, 1, &c, r), FMX_ERR_PARAMETER); }));
 }
 
 }  // namespace
