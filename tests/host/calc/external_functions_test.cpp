@@ -55,7 +55,6 @@ TEST_F(ExternalFunctionTest, UnknownFunctionsAndWrongCountsFailAtParseTime) {
         {"Test_Fail ( 1 ; 2 )", Syntax, 1, 1,
          "Test_Fail expects 0 to 1 parameters but was given 2 (Test_Fail ( ... ))"},
         {"Test_Range ( 1 ; 2 ; 3 ; 4 )", Syntax, 1, 1, "Test_Range expects 1 to 3 parameters but was given 4"},
-        {"Test_Now ( 1 )", Syntax, 1, 1, "Test_Now expects 0 parameters but was given 1 (Test_Now ( ... ))"},
     });
 }
 
