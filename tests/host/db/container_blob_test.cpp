@@ -1,9 +1,10 @@
 // The container layout in the file: round trips, the exact bytes the docs promise, and refusal of
-// anything malformed without reading past the end.
+// anything malformed without reading past the end; and which texts are references to files.
 #include "temp_folder.h"
 
 #include <db/container_blob.h>
 #include <db/database_error.h>
+#include <db/reference_text.h>
 
 #include <api/fnam.h>
 #include <api/values.h>
@@ -86,26 +87,34 @@ TEST(ContainerBlob, MalformedHeadersAndLengthsAreRefusedWithAReason) {
         std::copy(bytes.begin(), bytes.end(), b.begin() + static_cast<std::ptrdiff_t>(offset));
         return b;
     };
-    EXPECT_THAT(refusal(patched(0, {'X'})), ::testing::HasSubstr("VDCN"));
-    EXPECT_THAT(refusal(patched(4, {2, 0})), ::testing::HasSubstr("version 2"));
-    EXPECT_THAT(refusal(patched(6, {4, 0})), ::testing::HasSubstr("unknown flags"));
-    EXPECT_THAT(refusal(patched(6, {1, 0})), ::testing::HasSubstr("by reference has streams"));
-    EXPECT_THAT(refusal(patched(8, {0xFF, 0xFF, 0xFF, 0xFF})), ::testing::HasSubstr("own text"));
-
     Bytes trailing = good;
     trailing.push_back(0);
-    EXPECT_THAT(refusal(trailing), ::testing::HasSubstr("1 bytes follow the last stream"));
+    const std::pair<Bytes, const char*> cases[] = {
+        {patched(0, {'X'}), "VDCN"},
+        {patched(4, {2, 0}), "version 2"},
+        {patched(6, {4, 0}), "unknown flags"},
+        {patched(6, {1, 0}), "by reference has streams"},
+        {patched(8, {0xFF, 0xFF, 0xFF, 0xFF}), "own text"},
+        {trailing, "1 bytes follow the last stream"},
+        // Counts and lengths far beyond the blob are refused before any allocation is tried.
+        {{'V', 'D', 'C', 'N', 1, 0, 0, 0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF}, "cannot fit"},
+        {{'V', 'D', 'C', 'N', 1, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 'J', 'P', 'E', 'G', 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
+          0xFF, 0xFF, 0xFF},
+         "stream bytes"},
+        {{'V', 'D', 'C', 'N', 1, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0}, "no reference text"},
+    };
+    for (const auto& [blob, reason] : cases) EXPECT_THAT(refusal(blob), ::testing::HasSubstr(reason));
+}
 
-    // Counts and lengths far beyond the blob are refused before any allocation is tried.
-    Bytes manyStreams = {'V', 'D', 'C', 'N', 1, 0, 0, 0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF};
-    EXPECT_THAT(refusal(manyStreams), ::testing::HasSubstr("cannot fit"));
-    // clang-format off
-    Bytes hugeStream = {'V', 'D', 'C', 'N', 1, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 'J', 'P', 'E', 'G',
-                        0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
-    // clang-format on
-    EXPECT_THAT(refusal(hugeStream), ::testing::HasSubstr("stream bytes"));
-    Bytes referenceWithoutText = {'V', 'D', 'C', 'N', 1, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0};
-    EXPECT_THAT(refusal(referenceWithoutText), ::testing::HasSubstr("no reference text"));
+TEST(ReferenceText, OnlyTheFirstLinesExactPrefixCounts) {
+    EXPECT_TRUE(isReferenceText(u"size:120,80\rimage:/a.png"));
+    EXPECT_TRUE(isReferenceText(u"url:"));
+
+    EXPECT_FALSE(isReferenceText(u""));
+    EXPECT_FALSE(isReferenceText(u"File:a.txt"));     // case matters
+    EXPECT_FALSE(isReferenceText(u" file:a.txt"));    // at the very start only
+    EXPECT_FALSE(isReferenceText(u"file"));           // the colon belongs to the prefix
+    EXPECT_FALSE(isReferenceText(u"photo\rfile:a"));  // only the first line counts
 }
 
 }  // namespace

@@ -22,38 +22,22 @@ using ::testing::HasSubstr;
 
 class DatabaseValues : public testing::TempFolderTest {
 protected:
-    void SetUp() override {
-        TempFolderTest::SetUp();
-        db_.emplace(file("Untitled.vddb"));
-    }
-    void TearDown() override {
-        db_.reset();
-        TempFolderTest::TearDown();
-    }
-
-    Database& db() { return *db_; }
-
     FMX_Data readBack(std::string_view table, std::string_view field) {
-        auto value = db().read(table, field);
+        auto value = db.read(table, field);
         EXPECT_TRUE(value) << table << "::" << field;
         return value ? *value : FMX_Data{};
     }
 
-    std::string textIn(std::string_view table, std::string_view field) {
-        return utf8Of(readBack(table, field));
-    }
-
     std::string refusal(std::string_view table, std::string_view field, const FMX_Data& value) {
         try {
-            db().write(table, field, value);
+            db.write(table, field, value);
         } catch (const DatabaseError& e) {
             return e.what();
         }
         return "accepted";
     }
 
-private:
-    std::optional<Database> db_;
+    Database db{file("Untitled.vddb")};
 };
 
 FMX_Data withType(FMX_Data value, int32_t type) {
@@ -62,9 +46,9 @@ FMX_Data withType(FMX_Data value, int32_t type) {
 }
 
 TEST_F(DatabaseValues, EachKindRoundTrips) {
-    db().write("People", "Name", makeTextUtf8("Zo\xC3\xAB \xF0\x9F\x98\x80"));
-    db().write("People", "Age", makeNumber(42.5));
-    db().write("People", "Born", withType(makeText(u"1/2/1990"), FMX_TYPE_DATE));
+    db.write("People", "Name", makeTextUtf8("Zo\xC3\xAB \xF0\x9F\x98\x80"));
+    db.write("People", "Age", makeNumber(42.5));
+    db.write("People", "Born", withType(makeText(u"1/2/1990"), FMX_TYPE_DATE));
 
     FMX_Data name = readBack("People", "Name");
     EXPECT_EQ(name.type, FMX_TYPE_TEXT);
@@ -76,12 +60,12 @@ TEST_F(DatabaseValues, EachKindRoundTrips) {
     EXPECT_EQ(born.type, FMX_TYPE_DATE);
     EXPECT_EQ(born.text.units, u"1/2/1990");
 
-    db().write("People", "Name", makeText(u"Other"));
-    EXPECT_EQ(textIn("People", "Name"), "Other");
+    db.write("People", "Name", makeText(u"Other"));
+    EXPECT_EQ(utf8Of(readBack("People", "Name")), "Other");
 
     // Unknown fields and tables are no field, not an empty one.
-    EXPECT_FALSE(db().read("People", "Height"));
-    EXPECT_FALSE(db().read("Animals", "Name"));
+    EXPECT_FALSE(db.read("People", "Height"));
+    EXPECT_FALSE(db.read("Animals", "Name"));
 }
 
 TEST_F(DatabaseValues, ContainerRoundTripsByteForByteWithALargeStream) {
@@ -93,21 +77,21 @@ TEST_F(DatabaseValues, ContainerRoundTripsByteForByteWithALargeStream) {
     binary.streams.push_back({0x5A45524F, std::make_shared<const Bytes>()});  // 'ZERO', 0 bytes
     binary.streams.push_back({0x534E4420, bytesOf("last")});
     const FMX_Data container = makeContainer(std::move(binary), u"big.jpg");
-    db().write("Media", "Photo", container);
+    db.write("Media", "Photo", container);
     expectSameContainer(readBack("Media", "Photo"), container);
 }
 
 TEST_F(DatabaseValues, ReferenceTextGoesIntoAContainerFieldAsAReference) {
-    db().define("Media", "Photo", FieldKind::Container);
+    db.define("Media", "Photo", FieldKind::Container);
     const std::u16string reference = u"size:640,480\rimagemac:/Volumes/Disk/p.jpg\rimagewin:/C:/p.jpg";
-    db().write("Media", "Photo", makeText(reference));
+    db.write("Media", "Photo", makeText(reference));
     FMX_Data back = readBack("Media", "Photo");
     EXPECT_EQ(back.type, FMX_TYPE_BINARY);
     EXPECT_TRUE(back.binary.streams.empty());
     EXPECT_EQ(back.text.units, reference);
 
     // A container stored by reference written as a value stays one too.
-    db().write("Media", "Copy", back);
+    db.write("Media", "Copy", back);
     EXPECT_EQ(readBack("Media", "Copy").text.units, reference);
 }
 
@@ -115,7 +99,7 @@ TEST_F(DatabaseValues, PlainTextIntoAContainerFieldIsRefusedAndNothingIsWritten)
     FMX_BinaryData binary;
     binary.streams.push_back({0x504E4720, bytesOf("png")});
     const FMX_Data png = makeContainer(std::move(binary), u"a.png");
-    db().write("Media", "Photo", png);
+    db.write("Media", "Photo", png);
 
     EXPECT_EQ(
         refusal("Media", "Photo", makeText(u"just a note that is longer than forty characters")),
@@ -126,40 +110,38 @@ TEST_F(DatabaseValues, PlainTextIntoAContainerFieldIsRefusedAndNothingIsWritten)
 }
 
 TEST_F(DatabaseValues, NumberFieldTakesTheNumberInAText) {
-    db().define("T", "N", FieldKind::Number);
-    db().write("T", "N", makeText(u"3 apples"));
-    EXPECT_EQ(readBack("T", "N").number.value, 3);
-    db().write("T", "N", makeText(u"-1.50 EUR"));
+    db.define("T", "N", FieldKind::Number);
+    db.write("T", "N", makeText(u"-1.50 EUR"));
     EXPECT_EQ(readBack("T", "N").number.value, -1.5);
-    db().write("T", "N", makeBoolean(true));
+    db.write("T", "N", makeBoolean(true));
     FMX_Data fromBoolean = readBack("T", "N");
     EXPECT_EQ(fromBoolean.type, FMX_TYPE_NUMBER);
     EXPECT_EQ(fromBoolean.number.value, 1);
 
     // A text without a number is refused rather than stored as an empty.
-    EXPECT_THAT([&] { db().write("T", "N", makeText(u"no digits")); },
+    EXPECT_THAT([&] { db.write("T", "N", makeText(u"no digits")); },
                 ::testing::ThrowsMessage<DatabaseError>(HasSubstr("holds no number")));
     EXPECT_EQ(readBack("T", "N").number.value, 1);
 }
 
 TEST_F(DatabaseValues, TextFieldTakesTheTextFormOfAnyValue) {
-    db().define("T", "Note", FieldKind::Text);
-    db().write("T", "Note", makeNumber(0.1 + 0.2));
+    db.define("T", "Note", FieldKind::Text);
+    db.write("T", "Note", makeNumber(0.1 + 0.2));
     FMX_Data number = readBack("T", "Note");
     EXPECT_EQ(number.type, FMX_TYPE_TEXT);
     EXPECT_EQ(number.text.units, u"0.3");
-    db().write("T", "Note", makeContainer({}, u"file:a.txt"));
+    db.write("T", "Note", makeContainer({}, u"file:a.txt"));
     EXPECT_EQ(readBack("T", "Note").text.units, u"file:a.txt");
     EXPECT_EQ(readBack("T", "Note").type, FMX_TYPE_TEXT);
 }
 
 TEST_F(DatabaseValues, EmptyValuesReadAsEmptyOfTheFieldsKind) {
-    db().write("T", "Text", makeText(u"x"));
-    db().write("T", "Number", makeNumber(1));
+    db.write("T", "Text", makeText(u"x"));
+    db.write("T", "Number", makeNumber(1));
     FMX_BinaryData binary;
     binary.streams.push_back({0x4A504547, bytesOf("x")});
-    db().write("T", "Box", makeContainer(std::move(binary)));
-    for (const char* field : {"Text", "Number", "Box"}) db().write("T", field, makeText({}));
+    db.write("T", "Box", makeContainer(std::move(binary)));
+    for (const char* field : {"Text", "Number", "Box"}) db.write("T", field, makeText({}));
 
     EXPECT_EQ(readBack("T", "Text").type, FMX_TYPE_TEXT);
     EXPECT_TRUE(emptyOf(readBack("T", "Text")));
@@ -169,70 +151,70 @@ TEST_F(DatabaseValues, EmptyValuesReadAsEmptyOfTheFieldsKind) {
     EXPECT_TRUE(emptyOf(box));
 
     // A defined field that was never written reads as empty too.
-    db().define("T", "Later", FieldKind::Container);
+    db.define("T", "Later", FieldKind::Container);
     EXPECT_EQ(readBack("T", "Later").type, FMX_TYPE_BINARY);
     EXPECT_TRUE(emptyOf(readBack("T", "Later")));
 }
 
 TEST_F(DatabaseValues, KindIsFixedWhenTheFieldIsMade) {
-    db().write("T", "N", makeNumber(5));
-    db().write("T", "N", makeText(u"12 items"));
+    db.write("T", "N", makeNumber(5));
+    db.write("T", "N", makeText(u"12 items"));
     EXPECT_EQ(readBack("T", "N").type, FMX_TYPE_NUMBER);
     EXPECT_EQ(readBack("T", "N").number.value, 12);
 
-    db().write("T", "S", makeText(u"5"));
+    db.write("T", "S", makeText(u"5"));
 
-    EXPECT_THAT([&] { db().define("T", "S", FieldKind::Number); },
+    EXPECT_THAT([&] { db.define("T", "S", FieldKind::Number); },
                 ::testing::ThrowsMessage<DatabaseError>(HasSubstr("text field that holds data")));
-    db().write("T", "Empty", makeText({}));  // even an empty first value makes a text field
-    db().define("T", "Empty", FieldKind::Text);
-    db().define("T", "Empty", FieldKind::Number);  // but one that holds nothing may change kind
-    db().define("T", "Box", FieldKind::Container);
-    db().define("t", "box", FieldKind::Container);
+    db.write("T", "Empty", makeText({}));  // even an empty first value makes a text field
+    db.define("T", "Empty", FieldKind::Text);
+    db.define("T", "Empty", FieldKind::Number);  // but one that holds nothing may change kind
+    db.define("T", "Box", FieldKind::Container);
+    db.define("t", "box", FieldKind::Container);
 
     const std::vector<FieldInfo> expected = {{"T", "N", FieldKind::Number},
                                              {"T", "S", FieldKind::Text},
                                              {"T", "Empty", FieldKind::Number},
                                              {"T", "Box", FieldKind::Container}};
-    EXPECT_EQ(db().fields(), expected);
+    EXPECT_EQ(db.fields(), expected);
 }
 
 TEST_F(DatabaseValues, NamesMatchWithoutRegardToAsciiCase) {
-    db().write("Invoices", "Total", makeNumber(10));
-    db().write("INVOICES", "total", makeNumber(11));
+    db.write("Invoices", "Total", makeNumber(10));
+    db.write("INVOICES", "total", makeNumber(11));
     EXPECT_EQ(readBack("invoices", "TOTAL").number.value, 11);
-    db().write("Straße", "Ä", makeText(u"upper"));
-    db().write("Straße", "ä", makeText(u"lower"));  // only ASCII letters fold
-    EXPECT_EQ(textIn("STRAßE", "Ä"), "upper");
-    EXPECT_EQ(textIn("straße", "ä"), "lower");
+    db.write("Straße", "Ä", makeText(u"upper"));
+    db.write("Straße", "ä", makeText(u"lower"));  // only ASCII letters fold
+    EXPECT_EQ(utf8Of(readBack("STRAßE", "Ä")), "upper");
+    EXPECT_EQ(utf8Of(readBack("straße", "ä")), "lower");
     const std::vector<FieldInfo> expected = {{"Invoices", "Total", FieldKind::Number},
                                              {"Straße", "Ä", FieldKind::Text},
                                              {"Straße", "ä", FieldKind::Text}};
-    EXPECT_EQ(db().fields(), expected);
+    EXPECT_EQ(db.fields(), expected);
 }
 
 TEST_F(DatabaseValues, EmptyNamesAreRefused) {
     EXPECT_THAT(refusal("", "F", makeText(u"x")), HasSubstr("table name cannot be empty"));
     EXPECT_THAT(refusal("T", "", makeText(u"x")), HasSubstr("field name cannot be empty"));
-    EXPECT_THROW(db().read("T", ""), DatabaseError);
-    EXPECT_THROW(db().define("", "F", FieldKind::Text), DatabaseError);
-    EXPECT_FALSE(db().exists());
+    EXPECT_THROW(db.read("T", ""), DatabaseError);
+    EXPECT_THROW(db.define("", "F", FieldKind::Text), DatabaseError);
+    EXPECT_FALSE(db.exists());
 }
 
 // Numbers that are not finite are refused. A write that fails after the table and field were made
 // takes them back with it; one into an existing field leaves its value.
 TEST_F(DatabaseValues, FailedWriteLeavesTheDatabaseAsItWas) {
-    db().write("T", "F", makeNumber(7));
+    db.write("T", "F", makeNumber(7));
     EXPECT_THAT(refusal("T", "F", makeNumber(std::numeric_limits<double>::quiet_NaN())), HasSubstr("T::F"));
     EXPECT_THAT(refusal("T", "F", makeNumber(INFINITY)), HasSubstr("not finite"));
     EXPECT_EQ(readBack("T", "F").number.value, 7);
 
-    EXPECT_THROW(db().write("New", "N", makeNumber(NAN)), DatabaseError);
-    EXPECT_THROW(db().write("T", "N", makeNumber(NAN)), DatabaseError);
-    EXPECT_FALSE(db().read("New", "N"));
-    EXPECT_FALSE(db().read("T", "N"));
-    EXPECT_EQ(db().fields(), (std::vector<FieldInfo>{{"T", "F", FieldKind::Number}}));
-    db().write("New", "N", makeNumber(1));  // the names are free again
+    EXPECT_THROW(db.write("New", "N", makeNumber(NAN)), DatabaseError);
+    EXPECT_THROW(db.write("T", "N", makeNumber(NAN)), DatabaseError);
+    EXPECT_FALSE(db.read("New", "N"));
+    EXPECT_FALSE(db.read("T", "N"));
+    EXPECT_EQ(db.fields(), (std::vector<FieldInfo>{{"T", "F", FieldKind::Number}}));
+    db.write("New", "N", makeNumber(1));  // the names are free again
     EXPECT_EQ(readBack("New", "N").number.value, 1);
 }
 

@@ -1,4 +1,5 @@
 // A fresh folder per database test (the shared TempFolder), with the helpers these tests use.
+// Members of a derived fixture are made after the folder and gone before it.
 #pragma once
 
 #include "support/temp_folder.h"
@@ -11,7 +12,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,11 +19,8 @@ namespace vdhost::db::testing {
 
 class TempFolderTest : public ::testing::Test {
 protected:
-    void SetUp() override { folder_.emplace(); }
-    void TearDown() override { folder_.reset(); }
-
-    std::filesystem::path file(const std::string& name) const { return folder_->path() / name; }
-    const std::filesystem::path& folder() const { return folder_->path(); }
+    std::filesystem::path file(const std::string& name) const { return folder_ / name; }
+    const std::filesystem::path& folder() const { return folder_.path(); }
 
     // Names of everything in the folder, sorted.
     std::vector<std::string> listing() const {
@@ -35,11 +32,11 @@ protected:
     }
 
 private:
-    std::optional<vdtest::TempFolder> folder_;
+    vdtest::TempFolder folder_;
 };
 
+using vdtest::readFile;
 using vdtest::writeFile;
-inline std::string fileBytes(const std::filesystem::path& path) { return vdtest::readFile(path); }
 
 inline std::shared_ptr<const Bytes> bytesOf(const std::string& s) {
     return std::make_shared<const Bytes>(s.begin(), s.end());
