@@ -1,11 +1,11 @@
 #include "container/database_location.h"
 
-#include "frame/args/arguments.h"
-#include "frame/args/host_binary.h"
-#include "frame/args/host_data.h"
-#include "frame/args/host_exprenv.h"
-#include "frame/args/host_text.h"
-#include "util/path_resolver.h"
+#include "fmapi/args/arguments.h"
+#include "fmapi/args/host_binary.h"
+#include "fmapi/args/host_data.h"
+#include "fmapi/args/host_exprenv.h"
+#include "fmapi/args/host_text.h"
+#include "platform/fs/path_resolver.h"
 
 #include <fmx/fmx.h>
 
@@ -18,12 +18,12 @@ constexpr size_t kPathLimit = 4096;
 }
 
 std::optional<std::string> DatabasePath() {
-    host::OwnedExprEnv env(host::NewExprEnv(0));
-    host::OwnedText expression;
-    host::TextAssign(expression.get(), "Get(FilePath)", FMX_ENCODING_NATIVE);
-    host::OwnedData answer(host::NewData());
-    if (host::ExprEnvEvaluate(env.get(), expression.get(), answer.get()) != 0) return std::nullopt;
-    std::string path = ArgCText(host::DataGetAsText(answer.get()));
+    fmapi::OwnedExprEnv env(fmapi::NewExprEnv(0));
+    fmapi::OwnedText expression;
+    fmapi::TextAssign(expression.get(), "Get(FilePath)", FMX_ENCODING_NATIVE);
+    fmapi::OwnedData answer(fmapi::NewData());
+    if (fmapi::ExprEnvEvaluate(env.get(), expression.get(), answer.get()) != 0) return std::nullopt;
+    std::string path = ArgCText(fmapi::DataGetAsText(answer.get()));
     if (path.size() >= kPathLimit) path.resize(kPathLimit - 1);
     return path;
 }

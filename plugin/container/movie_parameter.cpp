@@ -3,10 +3,10 @@
 #include "container/database_location.h"
 #include "container/sound_resource_movie.h"
 #include "container/stream_types.h"
-#include "frame/args/arguments.h"
-#include "frame/args/host_binary.h"
-#include "frame/args/host_data.h"
-#include "frame/args/host_exprenv.h"
+#include "fmapi/args/arguments.h"
+#include "fmapi/args/host_binary.h"
+#include "fmapi/args/host_data.h"
+#include "fmapi/args/host_exprenv.h"
 #include "platform/media/movie_from_file.h"
 
 #include <climits>
@@ -45,7 +45,7 @@ bool IsExistingFile(std::string_view line, std::string& path) {
 // The lines of a by-reference container ("size:w,h", a relative and an absolute reference) tried
 // in order until one names a file.
 int32_t OpenStoredReference(const FMX_Data* parameter, media::Movie& movie) {
-    const std::string text = ArgCText(host::DataGetAsText(parameter));
+    const std::string text = ArgCText(fmapi::DataGetAsText(parameter));
     for (std::string_view line : StoredReferenceLines(text)) {
         std::string path;
         if (IsExistingFile(line, path)) return media::MovieFromFile(path, movie);
@@ -54,17 +54,17 @@ int32_t OpenStoredReference(const FMX_Data* parameter, media::Movie& movie) {
 }
 
 int32_t OpenSoundStream(const FMX_BinaryData* binary, media::Movie& movie) {
-    host::OwnedQuadChar type(host::NewQuadChar('s', 'n', 'd', ' '));
-    const int32_t index = host::BinaryGetIndex(binary, type.get());
+    fmapi::OwnedQuadChar type(fmapi::NewQuadChar('s', 'n', 'd', ' '));
+    const int32_t index = fmapi::BinaryGetIndex(binary, type.get());
     if (index < 0) return kNoSoundStream;
     std::vector<uint8_t> bytes;
     try {
-        bytes.resize(host::BinaryGetSize(binary, index));
+        bytes.resize(fmapi::BinaryGetSize(binary, index));
     } catch (const std::bad_alloc&) {
         return -108;
     }
     if (!bytes.empty())
-        if (FMX_ErrCode e = host::BinaryGetData(binary, index, 0, uint32_t(bytes.size()), bytes.data())) return e;
+        if (FMX_ErrCode e = fmapi::BinaryGetData(binary, index, 0, uint32_t(bytes.size()), bytes.data())) return e;
     return MovieFromSoundResource(bytes, movie);
 }
 
@@ -78,10 +78,10 @@ int32_t MovieFromParameter(const FMX_DataVect* args, uint32_t index, media::Movi
     int32_t e = 0;
     media::Movie opened;
     switch (ArgType(parameter)) {
-        case FMX_TYPE_TEXT: e = OpenReference(ArgCText(host::DataGetAsText(parameter)), opened); break;
+        case FMX_TYPE_TEXT: e = OpenReference(ArgCText(fmapi::DataGetAsText(parameter)), opened); break;
         case FMX_TYPE_BINARY: {
-            const FMX_BinaryData* binary = host::DataGetBinaryData(parameter);
-            e = host::BinaryGetCount(binary) > 0 ? OpenSoundStream(binary, opened) : OpenStoredReference(parameter, opened);
+            const FMX_BinaryData* binary = fmapi::DataGetBinaryData(parameter);
+            e = fmapi::BinaryGetCount(binary) > 0 ? OpenSoundStream(binary, opened) : OpenStoredReference(parameter, opened);
             break;
         }
         default: return 0;

@@ -2,8 +2,8 @@
 
 #include "container/stream_types.h"
 #include "container/streams.h"
-#include "frame/args/host_binary.h"
-#include "frame/args/results.h"
+#include "fmapi/args/host_binary.h"
+#include "fmapi/args/results.h"
 #include "platform/graphics/jpeg_codec.h"
 
 #include <vector>
@@ -16,7 +16,7 @@ int32_t StorePixelBufferAsJpeg(FMX_Data* result, const platform::PixelBuffer& bu
     std::vector<uint8_t> jpeg;
     if (platform::GraphicsStatus s = platform::EncodeJpeg(buffer, width, height, platform::kJpegBestQuality, jpeg))
         return s;
-    host::OwnedBinaryData binary(host::NewBinaryData());
+    fmapi::OwnedBinaryData binary(fmapi::NewBinaryData());
     if (FMX_ErrCode e = AddTypedStream(binary.get(), kJpegStream, uint32_t(jpeg.size()), jpeg.data())) return e;
     // Sides are at most PixelBuffer::kMaxSide - 1, so they fit the 16-bit fields.
     if (FMX_ErrCode e = AddSizeStream(binary.get(), uint16_t(width), uint16_t(height))) return e;

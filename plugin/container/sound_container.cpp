@@ -3,8 +3,8 @@
 #include "container/sound_resource.h"
 #include "container/stream_types.h"
 #include "container/streams.h"
-#include "frame/args/host_binary.h"
-#include "frame/args/results.h"
+#include "fmapi/args/host_binary.h"
+#include "fmapi/args/results.h"
 #include "platform/media/sound_converter.h"
 
 #include <new>
@@ -34,7 +34,7 @@ int32_t SoundResourceOfMovie(const media::Movie& movie, std::vector<uint8_t>& st
 int32_t StoreMovieAsSound(FMX_Data* result, const media::Movie& movie) {
     std::vector<uint8_t> stream;
     if (int32_t e = SoundResourceOfMovie(movie, stream)) return e;
-    host::OwnedBinaryData binary(host::NewBinaryData());
+    fmapi::OwnedBinaryData binary(fmapi::NewBinaryData());
     if (FMX_ErrCode e = AddTypedStream(binary.get(), kSoundStream, uint32_t(stream.size()), stream.data())) return e;
     return SetResultBinary(result, binary.get());
 }

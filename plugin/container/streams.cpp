@@ -1,14 +1,14 @@
 #include "container/streams.h"
 
 #include "container/stream_types.h"
-#include "frame/args/arguments.h"
-#include "frame/args/host_binary.h"
-#include "frame/args/host_data.h"
-#include "frame/args/host_exprenv.h"
-#include "frame/args/host_text.h"
-#include "frame/args/results.h"
-#include "frame/args/type_code.h"
-#include "frame/errors/vds_error.h"
+#include "fmapi/args/arguments.h"
+#include "fmapi/args/host_binary.h"
+#include "fmapi/args/host_data.h"
+#include "fmapi/args/host_exprenv.h"
+#include "fmapi/args/host_text.h"
+#include "fmapi/args/results.h"
+#include "fmapi/args/type_code.h"
+#include "fmapi/errors/vds_error.h"
 
 #include <algorithm>
 #include <cstring>
@@ -24,15 +24,15 @@ constexpr size_t kListLimit = 594;
 constexpr size_t kListNameLimit = 200;
 constexpr size_t kPeekLimit = 600;
 
-host::OwnedQuadChar QuadOf(uint32_t code) {
-    return host::OwnedQuadChar(host::NewQuadChar(static_cast<char>(code >> 24), static_cast<char>(code >> 16),
+fmapi::OwnedQuadChar QuadOf(uint32_t code) {
+    return fmapi::OwnedQuadChar(fmapi::NewQuadChar(static_cast<char>(code >> 24), static_cast<char>(code >> 16),
                                                  static_cast<char>(code >> 8), static_cast<char>(code)));
 }
 
 uint32_t TypeAt(const FMX_BinaryData* binary, int32_t index) {
-    host::OwnedQuadChar code(host::NewEmptyQuadChar());
-    host::BinaryGetType(binary, index, code.get());
-    return host::QuadCharGetMacType(code.get());
+    fmapi::OwnedQuadChar code(fmapi::NewEmptyQuadChar());
+    fmapi::BinaryGetType(binary, index, code.get());
+    return fmapi::QuadCharGetMacType(code.get());
 }
 
 void Report(int32_t code, std::string_view message) {
@@ -44,8 +44,8 @@ bool IsText(const FMX_Data* parameter) { return ArgType(parameter) == FMX_TYPE_T
 bool IsContainer(const FMX_Data* parameter) { return ArgType(parameter) == FMX_TYPE_BINARY; }
 
 std::string FileNameOf(const FMX_BinaryData* binary) {
-    host::OwnedText name;
-    if (host::BinaryGetFNAMData(binary, name.get()) != 0) return {};
+    fmapi::OwnedText name;
+    if (fmapi::BinaryGetFNAMData(binary, name.get()) != 0) return {};
     return ArgCText(name.get());
 }
 
@@ -61,7 +61,7 @@ uint32_t BigEndian32(const Bytes& b) { return uint32_t(b[0]) << 24 | uint32_t(b[
 }  // namespace
 
 FMX_ErrCode AddTypedStream(FMX_BinaryData* binary, uint32_t type, uint32_t length, const void* bytes) {
-    return host::BinaryAdd(binary, QuadOf(type).get(), length, bytes);
+    return fmapi::BinaryAdd(binary, QuadOf(type).get(), length, bytes);
 }
 
 FMX_ErrCode AddSizeStream(FMX_BinaryData* binary, uint16_t width, uint16_t height) {
@@ -71,16 +71,16 @@ FMX_ErrCode AddSizeStream(FMX_BinaryData* binary, uint16_t width, uint16_t heigh
 }
 
 FMX_ErrCode EmptyContainerResult(FMX_Data* result) {
-    host::OwnedBinaryData empty(host::NewBinaryData());
-    host::BinaryRemoveAll(empty.get());
+    fmapi::OwnedBinaryData empty(fmapi::NewBinaryData());
+    fmapi::BinaryRemoveAll(empty.get());
     return SetResultBinary(result, empty.get());
 }
 
 uint32_t ClassifyImageContainer(const FMX_Data* parameter) {
     if (IsText(parameter)) return kReferenceCode;
     if (IsContainer(parameter)) {
-        const FMX_BinaryData* binary = host::DataGetBinaryData(parameter);
-        int32_t count = host::BinaryGetCount(binary);
+        const FMX_BinaryData* binary = fmapi::DataGetBinaryData(parameter);
+        int32_t count = fmapi::BinaryGetCount(binary);
         if (count == 0) return kReferenceCode;
         int32_t left = count;
         bool sawJpeg = false;
@@ -107,20 +107,20 @@ uint32_t ClassifyImageContainer(const FMX_Data* parameter) {
 }
 
 int32_t ReadStreamIntoMemory(const FMX_Data* parameter, uint32_t type, Bytes& bytes) {
-    const FMX_BinaryData* binary = host::DataGetBinaryData(parameter);
-    int32_t index = host::BinaryGetIndex(binary, QuadOf(type).get());
+    const FMX_BinaryData* binary = fmapi::DataGetBinaryData(parameter);
+    int32_t index = fmapi::BinaryGetIndex(binary, QuadOf(type).get());
     if (index < 0) {
         Report(kContentError, "The specified media type is not in the container");
         return kContentError;
     }
-    uint32_t size = host::BinaryGetSize(binary, index);
+    uint32_t size = fmapi::BinaryGetSize(binary, index);
     try {
         bytes.assign(size, 0);
     } catch (const std::bad_alloc&) {
         Report(-108, "Insufficient memory to copy image data");
         return -108;
     }
-    if (FMX_ErrCode e = host::BinaryGetData(binary, index, 0, size, bytes.data())) {
+    if (FMX_ErrCode e = fmapi::BinaryGetData(binary, index, 0, size, bytes.data())) {
         bytes.clear();
         Report(e, "Could not access stream data");
         return e;
@@ -159,9 +159,9 @@ int32_t ReadImageData(const FMX_Data* parameter, Bytes& bytes, uint32_t& type) {
 std::string ListStreamTypes(const FMX_Data* parameter) {
     if (ArgEmpty(parameter)) return {};
     if (IsText(parameter)) return "utxt";
-    const FMX_BinaryData* binary = host::DataGetBinaryData(parameter);
+    const FMX_BinaryData* binary = fmapi::DataGetBinaryData(parameter);
     std::string list;
-    int32_t count = host::BinaryGetCount(binary);
+    int32_t count = fmapi::BinaryGetCount(binary);
     for (int32_t i = 0; i < count; ++i) {
         if (list.size() > kListLimit) break;
         uint32_t type = TypeAt(binary, i);
@@ -175,34 +175,34 @@ std::string ListStreamTypes(const FMX_Data* parameter) {
 std::u16string PeekStream(const FMX_Data* parameter, std::string_view typeText) {
     if (ArgEmpty(parameter)) return u"$$$Empty container";
     if (IsText(parameter)) {
-        std::u16string text = ArgUtf16(host::DataGetAsText(parameter));
+        std::u16string text = ArgUtf16(fmapi::DataGetAsText(parameter));
         return u"$$$Text: " + text.substr(0, kPeekLimit);
     }
     auto type = TypeCodeFromText(typeText);
-    const FMX_BinaryData* binary = host::DataGetBinaryData(parameter);
-    int32_t index = type ? host::BinaryGetIndex(binary, QuadOf(*type).get()) : -1;
+    const FMX_BinaryData* binary = fmapi::DataGetBinaryData(parameter);
+    int32_t index = type ? fmapi::BinaryGetIndex(binary, QuadOf(*type).get()) : -1;
     if (index < 0) return u"$$$That stream type is not in the container";
     if (*type == kFileNameStream) {
-        host::OwnedText name;
-        host::BinaryGetFNAMData(binary, name.get());
+        fmapi::OwnedText name;
+        fmapi::BinaryGetFNAMData(binary, name.get());
         return ArgUtf16(name.get()).substr(0, kPeekLimit);
     }
-    uint32_t size = std::min<uint32_t>(host::BinaryGetSize(binary, index), kPeekLimit);
+    uint32_t size = std::min<uint32_t>(fmapi::BinaryGetSize(binary, index), kPeekLimit);
     Bytes bytes(size);
-    if (host::BinaryGetData(binary, index, 0, size, bytes.data()) != 0) return u"$$$That stream type is not in the container";
+    if (fmapi::BinaryGetData(binary, index, 0, size, bytes.data()) != 0) return u"$$$That stream type is not in the container";
     return BytesAsText(bytes.data(), bytes.size());
 }
 
 int32_t RemoveStream(const FMX_Data* parameter, std::string_view typeText, FMX_Data* result) {
     auto type = TypeCodeFromText(typeText);
     bool present = type && IsContainer(parameter) &&
-                   host::BinaryGetIndex(host::DataGetBinaryData(parameter), QuadOf(*type).get()) >= 0;
+                   fmapi::BinaryGetIndex(fmapi::DataGetBinaryData(parameter), QuadOf(*type).get()) >= 0;
     if (!present) {
         Report(kContentError, "The specified media type is not in the container");
         return kContentError;
     }
-    host::OwnedBinaryData copy(host::CopyBinaryData(host::DataGetBinaryData(parameter)));
-    host::BinaryRemove(copy.get(), QuadOf(*type).get());
+    fmapi::OwnedBinaryData copy(fmapi::CopyBinaryData(fmapi::DataGetBinaryData(parameter)));
+    fmapi::BinaryRemove(copy.get(), QuadOf(*type).get());
     return SetResultBinary(result, copy.get());
 }
 

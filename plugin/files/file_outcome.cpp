@@ -1,7 +1,7 @@
 #include "files/file_outcome.h"
 
-#include "frame/args/arg_count.h"
-#include "frame/args/results.h"
+#include "fmapi/args/arg_count.h"
+#include "fmapi/args/results.h"
 
 namespace vd::files {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "files/file_path_resolver.h"
-#include "frame/errors/vds_error.h"
+#include "fmapi/errors/vds_error.h"
 #include "util/status_codes.h"
 
 namespace vd::files {

@@ -3,7 +3,7 @@
 #include "files/special_folder_codes.h"
 #include "platform/fs/item_operations.h"
 #include "platform/ui/dialog_service.h"
-#include "util/path_resolver.h"
+#include "platform/fs/path_resolver.h"
 
 namespace vd::files {
 

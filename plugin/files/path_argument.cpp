@@ -1,7 +1,7 @@
 #include "files/path_argument.h"
 
-#include "frame/args/arguments.h"
-#include "frame/args/host_binary.h"
+#include "fmapi/args/arguments.h"
+#include "fmapi/args/host_binary.h"
 
 namespace vd::files {
 
@@ -18,8 +18,8 @@ PathArgument ReadPathArgument(const FMX_DataVect* args, uint32_t index) {
     const int32_t type = ArgType(data);
     argument.isText = type == kTextType;
     if (type == kContainerType) {
-        const FMX_BinaryData* binary = host::DataGetBinaryData(data);
-        argument.holdsContainerData = binary && host::BinaryGetCount(binary) > 0;
+        const FMX_BinaryData* binary = fmapi::DataGetBinaryData(data);
+        argument.holdsContainerData = binary && fmapi::BinaryGetCount(binary) > 0;
     }
     argument.text = ArgCText(ArgText(args, index));
     return argument;

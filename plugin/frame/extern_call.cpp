@@ -1,6 +1,6 @@
 #include "frame/extern_call.h"
 
-#include "frame/errors/localized_strings.h"
+#include "fmapi/errors/localized_strings.h"
 #include "frame/lifecycle.h"
 #include "frame/string_requests.h"
 

@@ -1,14 +1,14 @@
 #include "frame/function_table.h"
 
 #include "files/functions/file_functions.h"
-#include "frame/last_error_function.h"
+#include "frame/functions/last_error_function.h"
 #include "frame/not_implemented.h"
-#include "frame/version_function.h"
-#include "sound/create_sound_function.h"
-#include "sound/editing_functions.h"
-#include "sound/extract_info_function.h"
-#include "sound/sound_info_function.h"
-#include "sound/waveform_function.h"
+#include "frame/functions/version_function.h"
+#include "sound/functions/create_sound_function.h"
+#include "sound/functions/editing_functions.h"
+#include "sound/functions/extract_info_function.h"
+#include "sound/functions/sound_info_function.h"
+#include "sound/functions/waveform_function.h"
 
 #include <array>
 

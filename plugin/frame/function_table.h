@@ -2,7 +2,7 @@
 // the dispatch and the tests all read.
 #pragma once
 
-#include "frame/function_call.h"
+#include "fmapi/function_call.h"
 
 #include <cstdint>
 #include <span>

@@ -1,9 +1,9 @@
 #include "frame/handler_dispatch.h"
 
-#include "frame/args/results.h"
-#include "frame/errors/vds_error.h"
+#include "fmapi/args/results.h"
+#include "fmapi/errors/vds_error.h"
 #include "frame/function_table.h"
-#include "platform/process/interrupt_cleanup.h"
+#include "platform/common/interrupt_cleanup.h"
 
 #include <new>
 

@@ -1,6 +1,6 @@
 #include "frame/host_version.h"
 
-#include "frame/args/text_conversion.h"
+#include "fmapi/args/text_conversion.h"
 
 #include <array>
 #include <cstdlib>

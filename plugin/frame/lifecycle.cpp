@@ -1,15 +1,15 @@
 #include "frame/lifecycle.h"
 
-#include "frame/args/legacy_result.h"
-#include "frame/errors/localized_strings.h"
+#include "fmapi/args/legacy_result.h"
+#include "fmapi/errors/localized_strings.h"
 #include "frame/function_table.h"
 #include "frame/host_version.h"
 #include "frame/image_hooks.h"
 #include "frame/registration.h"
 #include "frame/workaround_switches.h"
-#include "platform/fs/temporary_file_ledger.h"
+#include "platform/common/temporary_file_ledger.h"
 #include "platform/media/media_layer.h"
-#include "platform/process/interrupt_cleanup.h"
+#include "platform/common/interrupt_cleanup.h"
 
 namespace vd {
 

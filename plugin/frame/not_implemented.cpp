@@ -1,7 +1,7 @@
 #include "frame/not_implemented.h"
 
-#include "frame/args/results.h"
-#include "frame/errors/vds_error.h"
+#include "fmapi/args/results.h"
+#include "fmapi/errors/vds_error.h"
 #include "frame/function_table.h"
 
 namespace vd {

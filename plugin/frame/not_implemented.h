@@ -1,7 +1,7 @@
 // The handler of every function whose subsystem is not built yet.
 #pragma once
 
-#include "frame/function_call.h"
+#include "fmapi/function_call.h"
 
 namespace vd {
 

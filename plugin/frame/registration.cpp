@@ -1,9 +1,9 @@
 #include "frame/registration.h"
 
-#include "frame/args/host_exprenv.h"
-#include "frame/args/host_text.h"
-#include "frame/args/results.h"
-#include "frame/errors/localized_strings.h"
+#include "fmapi/args/host_exprenv.h"
+#include "fmapi/args/host_text.h"
+#include "fmapi/args/results.h"
+#include "fmapi/errors/localized_strings.h"
 #include "frame/function_table.h"
 #include "frame/handler_dispatch.h"
 #include "frame/image_hooks.h"
@@ -18,8 +18,8 @@ namespace {
 
 constexpr uint32_t kPrototypeCapacity = 1024;
 
-host::OwnedQuadChar PluginId() {
-    return host::OwnedQuadChar(host::NewQuadChar(kPluginId[0], kPluginId[1], kPluginId[2], kPluginId[3]));
+fmapi::OwnedQuadChar PluginId() {
+    return fmapi::OwnedQuadChar(fmapi::NewQuadChar(kPluginId[0], kPluginId[1], kPluginId[2], kPluginId[3]));
 }
 
 // A sound function's name is its localized prototype up to the "(" (blanks before it dropped), so a
@@ -32,14 +32,14 @@ std::u16string NameOfPrototype(std::u16string_view prototype) {
 
 FMX_ErrCode Register(const FMX_QuadChar* pluginId, const FunctionEntry& entry, const FMX_Text* name,
                      const FMX_Text* prototype) {
-    return host::RegisterExternalFunction(pluginId, entry.id, name, prototype, entry.minArgs, entry.maxArgs,
+    return fmapi::RegisterExternalFunction(pluginId, entry.id, name, prototype, entry.minArgs, entry.maxArgs,
                                           entry.flags, DispatchCall);
 }
 
 FMX_ErrCode RegisterSound(const FMX_QuadChar* pluginId, const FunctionEntry& entry) noexcept {
     try {
         std::u16string prototype = LocalizedString(entry.prototypeKey, kPrototypeCapacity);
-        host::OwnedText name, prototypeText;
+        fmapi::OwnedText name, prototypeText;
         TextFromUtf16(name.get(), NameOfPrototype(prototype));
         TextFromUtf16(prototypeText.get(), prototype);
         return Register(pluginId, entry, name.get(), prototypeText.get());
@@ -52,7 +52,7 @@ FMX_ErrCode RegisterSound(const FMX_QuadChar* pluginId, const FunctionEntry& ent
 
 void Unregister(const FMX_QuadChar* pluginId, int16_t id) noexcept {
     try {
-        host::UnRegisterExternalFunction(pluginId, id);
+        fmapi::UnRegisterExternalFunction(pluginId, id);
     } catch (...) {
         // Nothing to undo: the host either forgot the id or never had it.
     }
@@ -84,7 +84,7 @@ void RegisterImageGroup() noexcept {
             if (entry.group == FunctionGroup::Sound) continue;
             if (entry.group != FunctionGroup::Unregistered) {
                 try {
-                    host::OwnedText name, prototype;
+                    fmapi::OwnedText name, prototype;
                     TextFromC(name.get(), entry.name, FMX_ENCODING_NATIVE);
                     TextFromC(prototype.get(), entry.prototype, FMX_ENCODING_NATIVE);
                     Register(pluginId.get(), entry, name.get(), prototype.get());

@@ -1,6 +1,6 @@
 #include "frame/string_requests.h"
 
-#include "frame/errors/localized_strings.h"
+#include "fmapi/errors/localized_strings.h"
 
 #include <algorithm>
 #include <iterator>

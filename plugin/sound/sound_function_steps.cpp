@@ -2,9 +2,9 @@
 
 #include "container/movie_parameter.h"
 #include "container/sound_container.h"
-#include "frame/args/results.h"
+#include "fmapi/args/results.h"
 #include "platform/media/movie_from_file.h"
-#include "sound/wav_conversion.h"
+#include "sound/editing/wav_conversion.h"
 
 namespace vd::sound {
 

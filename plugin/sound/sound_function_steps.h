@@ -6,7 +6,7 @@
 // failed.
 #pragma once
 
-#include "frame/errors/vds_error.h"
+#include "fmapi/errors/vds_error.h"
 #include "platform/media/movie.h"
 #include "platform/media/render.h"
 #include "sound/sound_movie.h"

@@ -2,7 +2,7 @@
 
 #include "platform/fs/special_folders.h"
 #include "sound/delete_file.h"
-#include "sound/tick_count.h"
+#include "platform/common/tick_count.h"
 
 #include <algorithm>
 #include <cerrno>

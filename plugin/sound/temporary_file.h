@@ -4,7 +4,7 @@
 // exception included) leaves one behind.
 #pragma once
 
-#include "platform/fs/temporary_file_ledger.h"
+#include "platform/common/temporary_file_ledger.h"
 #include "platform/media/errors.h"
 
 #include <string>

@@ -8,7 +8,7 @@
 
 #include "container/stored_reference.h"
 #include "db/reference_text.h"
-#include "util/path_resolver.h"
+#include "platform/fs/path_resolver.h"
 #include "util/reference_prefix.h"
 
 namespace {

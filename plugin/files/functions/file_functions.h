@@ -2,7 +2,7 @@
 // (files/file_operations.h) and answers the outcome.
 #pragma once
 
-#include "frame/function_call.h"
+#include "fmapi/function_call.h"
 
 namespace vd::files {
 

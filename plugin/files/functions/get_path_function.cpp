@@ -1,7 +1,7 @@
 #include "files/file_operations.h"
 #include "files/functions/file_functions.h"
-#include "frame/args/arguments.h"
-#include "frame/args/host_number.h"
+#include "fmapi/args/arguments.h"
+#include "fmapi/args/host_number.h"
 
 namespace vd::files {
 
@@ -17,7 +17,7 @@ FMX_ErrCode GetPathFunction(const FunctionCall& call) {
     const uint16_t count = ArgCount(call.args);
     if (count == 0) return Answer(error, call.result, Failed(kWrongCount, "Requires either 0 or 1 parameters"));
     const PathArgument item = ReadPathArgument(call.args, 0);
-    const int32_t levels = count > 1 ? host::FixPtAsLong(ArgNumber(call.args, 1)) : 0;
+    const int32_t levels = count > 1 ? fmapi::FixPtAsLong(ArgNumber(call.args, 1)) : 0;
     return Answer(error, call.result, GetPath(item, levels));
 }
 

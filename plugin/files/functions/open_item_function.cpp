@@ -1,7 +1,7 @@
 #include "files/file_operations.h"
 #include "files/functions/file_functions.h"
-#include "frame/args/arg_count.h"
-#include "frame/args/arguments.h"
+#include "fmapi/args/arg_count.h"
+#include "fmapi/args/arguments.h"
 
 namespace vd::files {
 

@@ -5,7 +5,7 @@
 // varargs and cannot be passed on like this; the layer calls operations through VipsCall instead.
 #include "platform/graphics/vips_functions.h"
 
-#include "platform/media/lazy_library.h"
+#include "platform/common/lazy_library.h"
 #include "platform/media/library_sonames.h"
 
 #include <vips/vips.h>

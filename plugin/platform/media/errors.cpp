@@ -22,7 +22,7 @@
 // like any other unreadable file. While reading it means the samples stop before the header said.
 #include "platform/media/errors.h"
 
-#include "platform/process/interrupt_cleanup.h"
+#include "platform/common/interrupt_cleanup.h"
 
 extern "C" {
 #include <libavutil/error.h>

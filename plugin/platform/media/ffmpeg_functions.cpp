@@ -7,7 +7,7 @@
 // hidden: a library loaded beside us must never be bound to them instead of FFmpeg's own.
 #include "platform/media/ffmpeg_functions.h"
 
-#include "platform/media/lazy_library.h"
+#include "platform/common/lazy_library.h"
 #include "platform/media/library_sonames.h"
 
 extern "C" {

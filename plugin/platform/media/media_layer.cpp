@@ -1,6 +1,6 @@
 #include "platform/media/media_layer.h"
 
-#include "platform/media/library_search.h"
+#include "platform/common/library_search.h"
 #include "platform/media/library_sonames.h"
 
 #include <array>

@@ -3,7 +3,7 @@
 // a file under the final name.
 #pragma once
 
-#include "platform/fs/temporary_file_ledger.h"
+#include "platform/common/temporary_file_ledger.h"
 #include "platform/media/errors.h"
 
 #include <string>

@@ -3,7 +3,7 @@
 #include "container/stream_types.h"
 #include "container/streams.h"
 #include "container_test_support.h"
-#include "frame/errors/vds_error.h"
+#include "fmapi/errors/vds_error.h"
 
 #include <gtest/gtest.h>
 

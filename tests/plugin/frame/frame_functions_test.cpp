@@ -1,10 +1,10 @@
 // Vandrel_Version, Vandrel_GetLastError and the functions not built yet, called from calculations
 // the way database designers call them.
 #include "frame/handler_dispatch.h"
-#include "frame/errors/vds_error.h"
+#include "fmapi/errors/vds_error.h"
 #include "frame/function_table.h"
 #include "frame/not_implemented.h"
-#include "frame/version_function.h"
+#include "frame/functions/version_function.h"
 #include "plugin/plugin_test_support.h"
 #include "vandrel_version.h"
 

@@ -1,6 +1,6 @@
 // The start-up checks of the media layer: present on a machine with the packages installed, and
 // absent when the test seams say so.
-#include "platform/media/library_search.h"
+#include "platform/common/library_search.h"
 #include "platform/media/media_layer.h"
 
 #include "plugin/plugin_test_support.h"

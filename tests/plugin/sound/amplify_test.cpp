@@ -1,7 +1,7 @@
 // Vandrel_Amplify and Vandrel_Normalize: the sample rule (gain, limit, clipping, truncation,
 // normalizing), the formats refused, and the functions' messages and temporary files.
-#include "frame/errors/vds_error.h"
-#include "sound/amplify.h"
+#include "fmapi/errors/vds_error.h"
+#include "sound/editing/amplify.h"
 #include "sound_test_support.h"
 
 #include <cstring>

@@ -1,7 +1,7 @@
 // Vandrel_AppendSound, Vandrel_MixSounds and Vandrel_ExtractSound: lengths and contents of what
 // they make, the averaging rule, and their failures.
-#include "sound/mix_sounds.h"
-#include "sound/selection_edits.h"
+#include "sound/editing/mix_sounds.h"
+#include "sound/editing/selection_edits.h"
 #include "sound_test_support.h"
 
 #include <cstring>

@@ -1,6 +1,6 @@
 // Vandrel_CreateSound from end to end: the stored "snd " stream, the generated movie's frames, and
 // every failure of its table with its exact status text.
-#include "sound/create_sound.h"
+#include "sound/synthesis/create_sound.h"
 #include "sound_test_support.h"
 
 #include "platform/media/sample_reading.h"

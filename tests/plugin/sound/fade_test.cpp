@@ -1,6 +1,6 @@
 // Vandrel_FadeSound: how the times and the level are made to fit the sound, the ramp at its ends
 // and in its middle, the samples outside it, and the function's failures.
-#include "sound/fade.h"
+#include "sound/editing/fade.h"
 #include "sound_test_support.h"
 
 namespace vdtest {

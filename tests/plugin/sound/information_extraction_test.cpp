@@ -1,5 +1,5 @@
 // Single values out of report texts, by line number and by label path.
-#include "sound/information_extraction.h"
+#include "sound/information/information_extraction.h"
 #include "sound_test_support.h"
 
 namespace vdtest {

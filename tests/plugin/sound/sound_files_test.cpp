@@ -10,8 +10,8 @@
 #include "sound/delete_file.h"
 #include "sound/movie_source.h"
 #include "sound/sound_function_steps.h"
-#include "sound/tick_count.h"
-#include "sound/wav_conversion.h"
+#include "platform/common/tick_count.h"
+#include "sound/editing/wav_conversion.h"
 
 #include <sys/stat.h>
 #include <sys/xattr.h>

@@ -1,6 +1,6 @@
 // Vandrel_GetSoundInfo through the host: the report's lines for the common file formats, several
 // tracks, sounds that live in a container, files without sound, and reading values back out.
-#include "sound/sound_info.h"
+#include "sound/information/sound_info.h"
 
 #include "platform/media/movie_from_file.h"
 #include "plugin/sound/sound_test_support.h"

@@ -1,12 +1,12 @@
 // The synthesis engine: waveform names, the note table and its letters, 16.16 rules, and the
 // generators' samples for the cases earlier releases fixed.
 #include "platform/media/sample_reading.h"
-#include "sound/fixed_point.h"
-#include "sound/note_table.h"
+#include "sound/synthesis/fixed_point.h"
+#include "sound/synthesis/note_table.h"
 #include "sound/sound_flags.h"
-#include "sound/tone_generators.h"
-#include "sound/tone_synthesis.h"
-#include "sound/waveform_names.h"
+#include "sound/synthesis/tone_generators.h"
+#include "sound/synthesis/tone_synthesis.h"
+#include "sound/waveform/waveform_names.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Waveform pictures drawn in memory: the selector grammar, where bands and samples land, the
 // polyline of short sounds and the column strokes of long ones.
-#include "sound/waveform_drawing.h"
-#include "sound/waveform_selector.h"
+#include "sound/waveform/waveform_drawing.h"
+#include "sound/waveform/waveform_selector.h"
 
 #include <gtest/gtest.h>
 

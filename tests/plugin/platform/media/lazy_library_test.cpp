@@ -1,6 +1,6 @@
 // Loading libraries on first use: what resolves is callable, and what cannot be had is said once,
 // clearly, with nothing half resolved.
-#include "platform/media/lazy_library.h"
+#include "platform/common/lazy_library.h"
 
 #include <gtest/gtest.h>
 

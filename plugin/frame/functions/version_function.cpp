@@ -1,0 +1,74 @@
+#include "frame/functions/version_function.h"
+
+#include "fmapi/args/arg_count.h"
+#include "fmapi/args/arguments.h"
+#include "fmapi/args/results.h"
+#include "fmapi/errors/localized_strings.h"
+#include "fmapi/errors/vds_error.h"
+
+#include "vandrel_version.h"
+
+#include <cctype>
+
+namespace vd {
+
+namespace {
+
+constexpr int kVersionStringNumber = 3;
+constexpr uint32_t kVersionStringCapacity = 256;
+
+std::string_view Trimmed(std::string_view s) {
+    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
+    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
+    return s;
+}
+
+bool SameWord(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) return false;
+    for (size_t i = 0; i < a.size(); ++i)
+        if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
+            return false;
+    return true;
+}
+
+}  // namespace
+
+VersionForm VersionFormOf(std::string_view key) {
+    key = Trimmed(key);
+    if (key.empty()) return VersionForm::Default;
+    if (SameWord(key, "long")) return VersionForm::Long;
+    if (SameWord(key, "short")) return VersionForm::Short;
+    if (SameWord(key, "platform")) return VersionForm::Platform;
+    if (SameWord(key, "number")) return VersionForm::Number;
+    return VersionForm::Unknown;
+}
+
+std::string LongVersionText() {
+    return "Vandrel " VANDREL_VERSION_TEXT " for Linux (built " VANDREL_BUILD_DATE ")";
+}
+
+FMX_ErrCode VersionFunction(const FunctionCall& call) {
+    VDSError& error = Begin("Vandrel_Version");
+    if (CheckArgCount(call.args, 1)) {
+        error.SetCode(-50);
+        return SetResultUtf8(call.result, error.StatusText());
+    }
+    VersionForm form = VersionFormOf(ArgCText(ArgText(call.args, 0)));
+    if (form == VersionForm::Unknown) {
+        error.SetCode(-50);
+        return SetResultUtf8(call.result, error.StatusText());
+    }
+    error.SetCode(0);
+    switch (form) {
+    case VersionForm::Default:
+        return SetResultUtf16(call.result, LocalizedString(kVersionStringNumber, kVersionStringCapacity));
+    case VersionForm::Long: return SetResultUtf8(call.result, LongVersionText());
+    case VersionForm::Short: return SetResultUtf8(call.result, VANDREL_VERSION_TEXT);
+    case VersionForm::Platform: return SetResultUtf8(call.result, "Linux");
+    case VersionForm::Number: return SetResultNumber(call.result, int32_t{VANDREL_VERSION_NUMBER});
+    case VersionForm::Unknown: break;
+    }
+    return 0;
+}
+
+}  // namespace vd

@@ -1,0 +1,10 @@
+// Vandrel_CreateSound ( waveform { ; duration ; frequency } )
+#pragma once
+
+#include "fmapi/function_call.h"
+
+namespace vd::sound {
+
+FMX_ErrCode CreateSoundFunction(const FunctionCall& call);
+
+}  // namespace vd::sound

@@ -1,0 +1,10 @@
+// Vandrel_GetSoundInfo ( sound )
+#pragma once
+
+#include "fmapi/function_call.h"
+
+namespace vd::sound {
+
+FMX_ErrCode SoundInfoFunction(const FunctionCall& call);
+
+}  // namespace vd::sound

@@ -1,0 +1,10 @@
+// Vandrel_DrawWaveform ( sound ; trackChannel ; width ; height { ; start ; end ; waveColor ; backColor } )
+#pragma once
+
+#include "fmapi/function_call.h"
+
+namespace vd::sound {
+
+FMX_ErrCode DrawWaveformFunction(const FunctionCall& call);
+
+}  // namespace vd::sound
