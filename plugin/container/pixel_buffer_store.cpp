@@ -1,5 +1,6 @@
 #include "container/pixel_buffer_store.h"
 
+#include "container/container_subsystem.h"
 #include "container/stream_types.h"
 #include "container/streams.h"
 #include "fmapi/args/host_binary.h"
@@ -10,7 +11,15 @@
 
 namespace vd::container {
 
+namespace {
+
+constexpr int32_t kNoJpegExporter = -2005;  // badComponentType
+
+}  // namespace
+
 int32_t StorePixelBufferAsJpeg(FMX_Data* result, const platform::PixelBuffer& buffer) {
+    // Without a JPEG saver (found missing at start-up) there is no way to store the picture.
+    if (!JpegExportAvailable()) return kNoJpegExporter;
     const int32_t width = buffer.Width() - 1, height = buffer.Height() - 1;
     if (width < 1 || height < 1) return platform::kGraphicsBadParameter;
     std::vector<uint8_t> jpeg;

@@ -1,7 +1,7 @@
 // Vandrel_SetDefaultFolder's operation.
 #include "files/default_folder.h"
 #include "files/file_operations.h"
-#include "platform/fs/file_status_codes.h"
+#include "util/status_codes.h"
 #include "platform/fs/item_probe.h"
 
 namespace vd::files {
@@ -26,7 +26,7 @@ FileOutcome SetDefaultFolderTo(const PathArgument& argument) {
         if (probe.status == util::kNoError) return Failed(util::kNoError, "Not a directory path");
         return Failed(probe.status, "Failed to set default path");
     }
-    if (item.status == platform::fs::kUserCancelled) {
+    if (item.status == util::kUserCancelled) {
         FileOutcome cancelled = Failed(util::kNoError, "Cancel");
         cancelled.detail = item.detail;  // empty when the user cancelled; else why no dialog came
         return cancelled;

@@ -2,6 +2,7 @@
 
 #include "fmapi/errors/localized_strings.h"
 #include "frame/lifecycle.h"
+#include "frame/subsystems.h"
 #include "frame/string_requests.h"
 
 namespace vd {
@@ -24,9 +25,7 @@ void RememberBundle(const ExternCallBlock& block) noexcept {
 
 void IdleWhenEnabled(uint8_t kind) noexcept {
     if (!gPluginEnabled) return;
-    // Nothing runs on idle time yet: background playback and recording are driven by their own
-    // timer, not by the host's idle calls, for any kind.
-    (void)kind;
+    IdleSubsystems(kind);
 }
 
 void Configure() noexcept {

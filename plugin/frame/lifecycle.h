@@ -1,8 +1,6 @@
 // Start-up and shut-down of the plug-in, and the state they set up for everything else.
 #pragma once
 
-#include "platform/graphics/pixel_buffer.h"
-
 #include <fmx/callblock.h>
 
 #include <cstdint>
@@ -17,10 +15,6 @@ extern bool gPluginEnabled;           // start-up completed; shut-down clears it
 extern uint16_t gHostVersionCode;     // HostVersionCode() of this host, 0 when unknown
 extern int16_t gHostInterfaceVersion; // kept once the host was accepted
 extern std::string gHostVersionText;  // as the host gave it (or its stand-in, see host_version.h)
-extern bool gJpegExportAvailable;     // read by the image functions
-
-// The shared one-pixel offscreen picture; the drawing functions size their own from it.
-std::optional<platform::PixelBuffer>& OffscreenBuffer();
 
 // The answer to the start request: 52 when the plug-in runs, -1 for an interface version outside
 // 50..255, -2 for every other refusal (host version, media layer, a sound function not registered).

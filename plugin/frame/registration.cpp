@@ -6,7 +6,6 @@
 #include "fmapi/errors/localized_strings.h"
 #include "frame/function_table.h"
 #include "frame/handler_dispatch.h"
-#include "frame/image_hooks.h"
 
 #include <string>
 
@@ -98,7 +97,6 @@ void RegisterImageGroup() noexcept {
         // The plug-in id could not be made; ids are still used up so that shut-down covers them.
         gNextFunctionId = kNextIdAfterRegistration;
     }
-    ResetTransformState();
 }
 
 void UnregisterAllFunctions() noexcept {

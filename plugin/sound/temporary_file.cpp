@@ -69,7 +69,7 @@ media::Status TemporaryFile::Create(std::string_view extension, TemporaryFile& f
             }
             TemporaryFile made;
             made.path_ = path;
-            made.record_ = platform::fs::TemporaryFileRecord::Make(path);
+            made.record_ = platform::TemporaryFileRecord::Make(path);
             file = std::move(made);
             return media::kNoError;
         }

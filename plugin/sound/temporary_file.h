@@ -40,7 +40,7 @@ public:
 
 private:
     std::string path_;
-    platform::fs::TemporaryFileRecord record_;  // so that a stop signal or the next start removes it too
+    platform::TemporaryFileRecord record_;  // so that a stop signal or the next start removes it too
 };
 
 }  // namespace vd::sound

@@ -17,6 +17,12 @@ inline constexpr Status kFileNotFound = -43;      // even the folder that should
 inline constexpr Status kBadParameter = -50;      // missing or malformed text
 inline constexpr Status kPermissionDenied = -54;  // a folder on the way may not be searched
 inline constexpr Status kMemoryFull = -108;
+inline constexpr Status kDiskFull = -34;
+inline constexpr Status kDiskLocked = -46;         // a read-only file system
+inline constexpr Status kFileBusy = -47;
+inline constexpr Status kAlreadyExists = -48;
+inline constexpr Status kUserCancelled = -128;
+inline constexpr Status kNotAFile = -1302;         // a folder where a file was expected
 inline constexpr Status kFolderNotFound = -120;   // base folder missing, or ".." climbs above it
 inline constexpr Status kNotAFolder = -1407;      // the item that should hold the target is a file
 

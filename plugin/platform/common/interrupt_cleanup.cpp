@@ -25,7 +25,7 @@ volatile sig_atomic_t gStopRequested = 0;
 void OnStopSignal(int signal, siginfo_t* info, void* context) {
     const int savedErrno = errno;
     gStopRequested = 1;
-    fs::RemoveRecordedFilesNow();
+    RemoveRecordedFilesNow();
     for (const Previous& previous : gPrevious) {
         if (!previous.installed || previous.signal != signal) continue;
         const struct sigaction& action = previous.action;

@@ -72,3 +72,22 @@ struct ReturnOf<Result (*)(Parameters...)> {
 };
 
 }  // namespace vd::platform
+
+// A module of forwarders lists the functions it calls once, in an X-macro LIST whose entries are
+// X(library index, name, (parameters), (arguments)), and builds everything else from that list:
+//   enum Function : size_t { LIST(VD_LAZY_INDEX) kFunctionCount };
+//   constexpr LazySymbol kSymbols[] = {LIST(VD_LAZY_SYMBOL)};
+//   #define FORWARD(library, name, parameters, arguments)
+//       VD_LAZY_FORWARDER(owner::gLibraries, owner, name, parameters, arguments)   (one line)
+//   LIST(FORWARD)   (at file scope)
+#define VD_LAZY_INDEX(library, name, parameters, arguments) k_##name,
+#define VD_LAZY_SYMBOL(library, name, parameters, arguments) {library, #name},
+// The function under its own name and with its header's parameters (a C function of that name with
+// other parameters does not compile), jumping to the library's function. Hidden, so that a library
+// loaded beside us is never bound to it instead of the library's own.
+#define VD_LAZY_FORWARDER(libraries, scope, name, parameters, arguments)                        \
+    extern "C" __attribute__((visibility("hidden")))                                            \
+    vd::platform::ReturnOf<decltype(&::name)>::Type name parameters {                           \
+        using Function = decltype(&::name);                                                     \
+        return reinterpret_cast<Function>(libraries.Address(scope::k_##name)) arguments;        \
+    }

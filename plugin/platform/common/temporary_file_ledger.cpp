@@ -1,7 +1,7 @@
 #include "platform/common/temporary_file_ledger.h"
 
-#include "platform/fs/special_folders.h"
-#include "platform/fs/unique_fd.h"
+#include "platform/common/temporary_folder.h"
+#include "platform/common/unique_fd.h"
 
 #include <atomic>
 #include <cerrno>
@@ -17,7 +17,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace vd::platform::fs {
+namespace vd::platform {
 
 namespace {
 
@@ -57,7 +57,7 @@ bool PathsNamedLikeOurs(std::string_view path) {
 // mistakes it for one whose process has gone.
 int OpenLedger() {
     std::string folder;
-    if (FindSpecialFolder(SpecialFolder::TemporaryItems, folder) != util::kNoError) return -1;
+    if (MakeTemporaryFolder(folder) != util::kNoError) return -1;
     std::string pattern = folder + "/" + kNewLedgerPrefix + "XXXXXX";
     std::vector<char> name(pattern.begin(), pattern.end());
     name.push_back('\0');
@@ -175,7 +175,7 @@ void RemoveRecordedFilesNow() noexcept {
 void SweepAbandonedTemporaryFiles() noexcept {
     try {
         std::string folder;
-        if (FindSpecialFolder(SpecialFolder::TemporaryItems, folder) != util::kNoError) return;
+        if (MakeTemporaryFolder(folder) != util::kNoError) return;
         const UniqueFd folderFd(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         if (!folderFd.Valid()) return;
         FolderStream stream(::fdopendir(::dup(folderFd.Get())));
@@ -197,4 +197,4 @@ void SweepAbandonedTemporaryFiles() noexcept {
     }
 }
 
-}  // namespace vd::platform::fs
+}  // namespace vd::platform

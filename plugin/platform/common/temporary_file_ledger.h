@@ -8,7 +8,7 @@
 
 #include <string>
 
-namespace vd::platform::fs {
+namespace vd::platform {
 
 // One recorded file; the record is dropped when this goes away (after its owner removed the file,
 // or handed it on).
@@ -37,4 +37,4 @@ void RemoveRecordedFilesNow() noexcept;
 // A live process's ledger is locked, so its files stay. Failures are silent: this is housekeeping.
 void SweepAbandonedTemporaryFiles() noexcept;
 
-}  // namespace vd::platform::fs
+}  // namespace vd::platform

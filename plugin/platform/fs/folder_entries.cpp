@@ -13,7 +13,7 @@
 
 #include "platform/fs/finder_info.h"
 #include "platform/fs/item_probe.h"
-#include "platform/fs/unique_fd.h"
+#include "platform/common/unique_fd.h"
 
 namespace vd::platform::fs {
 

@@ -2,33 +2,11 @@
 
 #include <cerrno>
 
-#include "platform/fs/file_status_codes.h"
+#include "util/status_codes.h"
 
 #include <sys/stat.h>
 
 namespace vd::platform::fs {
-
-util::Status StatusFromErrno(int error) {
-    switch (error) {
-        case 0: return util::kNoError;
-        case ENOENT:
-        case ENOTDIR:
-        case ELOOP: return util::kFileNotFound;
-        case EACCES:
-        case EPERM: return util::kPermissionDenied;
-        case ENAMETOOLONG: return util::kBadName;
-        case ENOMEM: return util::kMemoryFull;
-        // Item operations meet these; each has a code users already know from the message table.
-        case EEXIST:
-        case ENOTEMPTY: return kAlreadyExists;
-        case ENOSPC:
-        case EDQUOT: return kDiskFull;
-        case EROFS: return kDiskLocked;
-        case EBUSY:
-        case ETXTBSY: return kFileBusy;
-        default: return util::kIoError;
-    }
-}
 
 ItemProbe ProbeItem(const std::string& path) {
     struct stat info {};

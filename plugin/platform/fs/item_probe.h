@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "platform/common/posix_status.h"
 #include "util/status_codes.h"
 
 namespace vd::platform::fs {
@@ -18,8 +19,5 @@ struct ItemProbe {
 // that leads nowhere (broken, or looping back on itself) is missing, not an error: the caller
 // decides what a missing item means for it.
 ItemProbe ProbeItem(const std::string& path);
-
-// The code for an errno from a file-system call; the one place where errno becomes a status.
-util::Status StatusFromErrno(int error);
 
 }  // namespace vd::platform::fs

@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/common/posix_status.h"
+#include "platform/common/temporary_folder.h"
 #include "platform/fs/item_probe.h"
 #include "util/folder_walk.h"
 
@@ -21,21 +23,6 @@ std::optional<std::string> AbsoluteVariable(const char* name) {
     const char* value = std::getenv(name);
     if (!value || value[0] != '/') return std::nullopt;  // XDG says relative values are ignored
     return util::NormalizeAbsolutePath(value);
-}
-
-// mkdir -p: every missing folder on the way is made with the given mode.
-util::Status MakeFolders(const std::string& path, mode_t mode) {
-    struct stat info {};
-    if (::stat(path.c_str(), &info) == 0) return S_ISDIR(info.st_mode) ? util::kNoError : util::kNotAFolder;
-    if (errno != ENOENT) return StatusFromErrno(errno);
-    const size_t slash = path.rfind('/');
-    if (slash != std::string::npos && slash > 0) {
-        if (const util::Status status = MakeFolders(path.substr(0, slash), 0777); status != util::kNoError) {
-            return status;
-        }
-    }
-    if (::mkdir(path.c_str(), mode) != 0 && errno != EEXIST) return StatusFromErrno(errno);
-    return util::kNoError;
 }
 
 std::string ReadSmallFile(const std::string& path) {
@@ -63,25 +50,6 @@ util::Status UserFolder(std::string_view key, const char* fallbackName, std::str
     const std::optional<std::string> home = UserHomeFolder();
     if (!home) return util::kFolderNotFound;
     path = XdgUserFolder(key, *home).value_or(util::NormalizeAbsolutePath(*home + "/" + fallbackName));
-    return util::kNoError;
-}
-
-std::string TemporaryItemsBase() { return AbsoluteVariable("TMPDIR").value_or("/tmp"); }
-
-// The private temporary folder must not be a place another user prepared for us: a link, a folder
-// of someone else's, or one others may write into would let them read or swap our files.
-util::Status MakeTemporaryItemsFolder(const std::string& path) {
-    const std::string base = TemporaryItemsBase();
-    if (::mkdir(path.c_str(), 0700) != 0 && errno != EEXIST) {
-        if (errno != ENOENT) return StatusFromErrno(errno);
-        if (const util::Status status = MakeFolders(base, 0777); status != util::kNoError) return status;
-        if (::mkdir(path.c_str(), 0700) != 0 && errno != EEXIST) return StatusFromErrno(errno);
-    }
-    struct stat info {};
-    if (::lstat(path.c_str(), &info) != 0) return StatusFromErrno(errno);
-    if (!S_ISDIR(info.st_mode) || info.st_uid != ::getuid() || (info.st_mode & 077) != 0) {
-        return util::kPermissionDenied;
-    }
     return util::kNoError;
 }
 
@@ -150,7 +118,7 @@ util::Status LocateSpecialFolder(SpecialFolder folder, std::string& path) {
         case SpecialFolder::Root: path = "/"; return util::kNoError;
         case SpecialFolder::System: path = "/etc"; return util::kNoError;
         case SpecialFolder::TemporaryItems:
-            path = TemporaryItemsBase() + "/vandrel-" + std::to_string(::getuid());
+            path = TemporaryFolderPath();
             return util::kNoError;
         case SpecialFolder::Trash: {
             std::string data;
@@ -171,7 +139,7 @@ util::Status FindSpecialFolder(SpecialFolder folder, std::string& path) {
     switch (folder) {
         case SpecialFolder::Root:
         case SpecialFolder::HostFolder: return util::kNoError;
-        case SpecialFolder::TemporaryItems: return MakeTemporaryItemsFolder(path);
+        case SpecialFolder::TemporaryItems: return MakeTemporaryFolder(path);
         // Settings and what the user threw away are nobody else's business.
         case SpecialFolder::Preferences:
         case SpecialFolder::Trash: return MakeFolders(path, 0700);

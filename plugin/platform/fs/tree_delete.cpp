@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 
 #include "platform/fs/item_probe.h"
-#include "platform/fs/unique_fd.h"
+#include "platform/common/unique_fd.h"
 
 namespace vd::platform::fs {
 

@@ -6,7 +6,7 @@
 #include "platform/graphics/vips_functions.h"
 
 #include "platform/common/lazy_library.h"
-#include "platform/media/library_sonames.h"
+#include "platform/common/library_sonames.h"
 
 #include <vips/vips.h>
 
@@ -22,56 +22,46 @@ namespace {
 // start-up check looks for and the only one we load.
 constexpr const char* kSonames[] = {kVipsLibrary};
 
-// function, parameters, arguments
+// library (the one soname), function, parameters, arguments
 #define VD_VIPS_FUNCTIONS(X)                                                                             \
-    X(vips_init, (const char* argv0), (argv0))                                                           \
-    X(vips_cache_set_max, (int max), (max))                                                              \
-    X(vips_error_buffer, (void), ())                                                                     \
-    X(vips_error_clear, (void), ())                                                                      \
-    X(vips_image_new_from_memory, (const void* data, size_t size, int width, int height, int bands,      \
+    X(0, vips_init, (const char* argv0), (argv0))                                                           \
+    X(0, vips_cache_set_max, (int max), (max))                                                              \
+    X(0, vips_error_buffer, (void), ())                                                                     \
+    X(0, vips_error_clear, (void), ())                                                                      \
+    X(0, vips_image_new_from_memory, (const void* data, size_t size, int width, int height, int bands,      \
                                    VipsBandFormat format), (data, size, width, height, bands, format))   \
-    X(vips_image_get_width, (const VipsImage* image), (image))                                           \
-    X(vips_image_get_height, (const VipsImage* image), (image))                                          \
-    X(vips_image_write_to_memory, (VipsImage* in, size_t* size), (in, size))                             \
-    X(vips_foreign_find_load_buffer, (const void* data, size_t size), (data, size))                      \
-    X(vips_operation_new, (const char* name), (name))                                                    \
-    X(vips_cache_operation_build, (VipsOperation* operation), (operation))                               \
-    X(vips_object_unref_outputs, (VipsObject* object), (object))                                         \
-    X(vips_blob_new, (VipsCallbackFn free_fn, const void* data, size_t length), (free_fn, data, length)) \
-    X(vips_blob_get, (VipsBlob* blob, size_t* length), (blob, length))                                   \
-    X(vips_area_unref, (VipsArea* area), (area))                                                         \
-    X(vips_image_get_type, (void), ())                                                                   \
-    X(vips_blob_get_type, (void), ())                                                                    \
-    X(vips_access_get_type, (void), ())                                                                  \
-    X(vips_interpretation_get_type, (void), ())                                                          \
-    X(vips_band_format_get_type, (void), ())                                                             \
-    X(g_value_init, (GValue* value, GType g_type), (value, g_type))                                      \
-    X(g_value_unset, (GValue* value), (value))                                                           \
-    X(g_value_set_int, (GValue* value, gint v_int), (value, v_int))                                      \
-    X(g_value_set_enum, (GValue* value, gint v_enum), (value, v_enum))                                   \
-    X(g_value_set_object, (GValue* value, gpointer v_object), (value, v_object))                         \
-    X(g_value_dup_object, (const GValue* value), (value))                                                \
-    X(g_value_set_boxed, (GValue* value, gconstpointer v_boxed), (value, v_boxed))                       \
-    X(g_value_get_boxed, (const GValue* value), (value))                                                 \
-    X(g_object_set_property, (GObject* object, const gchar* property_name, const GValue* value),         \
+    X(0, vips_image_get_width, (const VipsImage* image), (image))                                           \
+    X(0, vips_image_get_height, (const VipsImage* image), (image))                                          \
+    X(0, vips_image_write_to_memory, (VipsImage* in, size_t* size), (in, size))                             \
+    X(0, vips_foreign_find_load_buffer, (const void* data, size_t size), (data, size))                      \
+    X(0, vips_operation_new, (const char* name), (name))                                                    \
+    X(0, vips_cache_operation_build, (VipsOperation* operation), (operation))                               \
+    X(0, vips_object_unref_outputs, (VipsObject* object), (object))                                         \
+    X(0, vips_blob_new, (VipsCallbackFn free_fn, const void* data, size_t length), (free_fn, data, length)) \
+    X(0, vips_blob_get, (VipsBlob* blob, size_t* length), (blob, length))                                   \
+    X(0, vips_area_unref, (VipsArea* area), (area))                                                         \
+    X(0, vips_image_get_type, (void), ())                                                                   \
+    X(0, vips_blob_get_type, (void), ())                                                                    \
+    X(0, vips_access_get_type, (void), ())                                                                  \
+    X(0, vips_interpretation_get_type, (void), ())                                                          \
+    X(0, vips_band_format_get_type, (void), ())                                                             \
+    X(0, g_value_init, (GValue* value, GType g_type), (value, g_type))                                      \
+    X(0, g_value_unset, (GValue* value), (value))                                                           \
+    X(0, g_value_set_int, (GValue* value, gint v_int), (value, v_int))                                      \
+    X(0, g_value_set_enum, (GValue* value, gint v_enum), (value, v_enum))                                   \
+    X(0, g_value_set_object, (GValue* value, gpointer v_object), (value, v_object))                         \
+    X(0, g_value_dup_object, (const GValue* value), (value))                                                \
+    X(0, g_value_set_boxed, (GValue* value, gconstpointer v_boxed), (value, v_boxed))                       \
+    X(0, g_value_get_boxed, (const GValue* value), (value))                                                 \
+    X(0, g_object_set_property, (GObject* object, const gchar* property_name, const GValue* value),         \
       (object, property_name, value))                                                                    \
-    X(g_object_get_property, (GObject* object, const gchar* property_name, GValue* value),               \
+    X(0, g_object_get_property, (GObject* object, const gchar* property_name, GValue* value),               \
       (object, property_name, value))                                                                    \
-    X(g_object_unref, (gpointer object), (object))                                                       \
-    X(g_free, (gpointer mem), (mem))
+    X(0, g_object_unref, (gpointer object), (object))                                                       \
+    X(0, g_free, (gpointer mem), (mem))
 
-enum Function : size_t {
-#define VD_INDEX(name, parameters, arguments) k_##name,
-    VD_VIPS_FUNCTIONS(VD_INDEX)
-#undef VD_INDEX
-    kFunctionCount
-};
-
-constexpr LazySymbol kSymbols[] = {
-#define VD_SYMBOL(name, parameters, arguments) {0, #name},
-    VD_VIPS_FUNCTIONS(VD_SYMBOL)
-#undef VD_SYMBOL
-};
+enum Function : size_t { VD_VIPS_FUNCTIONS(VD_LAZY_INDEX) kFunctionCount };
+constexpr LazySymbol kSymbols[] = {VD_VIPS_FUNCTIONS(VD_LAZY_SYMBOL)};
 static_assert(std::size(kSymbols) == kFunctionCount);
 
 void* gAddresses[kFunctionCount];
@@ -83,11 +73,7 @@ std::string_view LoadVips() { return gVips.Load(); }
 
 }  // namespace vd::platform
 
-#define VD_FORWARDER(name, parameters, arguments)                                                         \
-    extern "C" __attribute__((visibility("hidden")))                                                      \
-    vd::platform::ReturnOf<decltype(&::name)>::Type name parameters {                                     \
-        using Function = decltype(&::name);                                                               \
-        return reinterpret_cast<Function>(vd::platform::gVips.Address(vd::platform::k_##name)) arguments; \
-    }
+#define VD_FORWARDER(library, name, parameters, arguments) \
+    VD_LAZY_FORWARDER(vd::platform::gVips, vd::platform, name, parameters, arguments)
 VD_VIPS_FUNCTIONS(VD_FORWARDER)
 #undef VD_FORWARDER

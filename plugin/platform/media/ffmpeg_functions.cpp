@@ -8,7 +8,7 @@
 #include "platform/media/ffmpeg_functions.h"
 
 #include "platform/common/lazy_library.h"
-#include "platform/media/library_sonames.h"
+#include "platform/common/library_sonames.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -84,18 +84,8 @@ constexpr const char* kSonames[] = {platform::kAvFormatLibrary, platform::kAvCod
     X(kAvUtil, av_strerror, (int errnum, char* errbuf, size_t errbuf_size), (errnum, errbuf, errbuf_size))          \
     X(kAvUtil, av_log_set_level, (int level), (level))
 
-enum Function : size_t {
-#define VD_INDEX(library, name, parameters, arguments) k_##name,
-    VD_FFMPEG_FUNCTIONS(VD_INDEX)
-#undef VD_INDEX
-    kFunctionCount
-};
-
-constexpr platform::LazySymbol kSymbols[] = {
-#define VD_SYMBOL(library, name, parameters, arguments) {library, #name},
-    VD_FFMPEG_FUNCTIONS(VD_SYMBOL)
-#undef VD_SYMBOL
-};
+enum Function : size_t { VD_FFMPEG_FUNCTIONS(VD_LAZY_INDEX) kFunctionCount };
+constexpr platform::LazySymbol kSymbols[] = {VD_FFMPEG_FUNCTIONS(VD_LAZY_SYMBOL)};
 static_assert(std::size(kSymbols) == kFunctionCount);
 
 void* gAddresses[kFunctionCount];
@@ -115,11 +105,7 @@ Status StartFfmpeg() {
 
 }  // namespace vd::media
 
-#define VD_FORWARDER(library, name, parameters, arguments)                                            \
-    extern "C" __attribute__((visibility("hidden")))                                                  \
-    vd::platform::ReturnOf<decltype(&::name)>::Type name parameters {                                 \
-        using Function = decltype(&::name);                                                           \
-        return reinterpret_cast<Function>(vd::media::gFfmpeg.Address(vd::media::k_##name)) arguments; \
-    }
+#define VD_FORWARDER(library, name, parameters, arguments) \
+    VD_LAZY_FORWARDER(vd::media::gFfmpeg, vd::media, name, parameters, arguments)
 VD_FFMPEG_FUNCTIONS(VD_FORWARDER)
 #undef VD_FORWARDER

@@ -1,7 +1,7 @@
 #include "platform/media/media_layer.h"
 
 #include "platform/common/library_search.h"
-#include "platform/media/library_sonames.h"
+#include "platform/common/library_sonames.h"
 
 #include <array>
 #include <cstdlib>

@@ -35,7 +35,7 @@ Status PendingFile::Create(const std::string& target) {
     temporary_ = name.data();
     target_ = target;
     std::error_code ignored;
-    record_ = platform::fs::TemporaryFileRecord::Make(std::filesystem::absolute(temporary_, ignored).string());
+    record_ = platform::TemporaryFileRecord::Make(std::filesystem::absolute(temporary_, ignored).string());
     return kNoError;
 }
 

@@ -34,7 +34,7 @@ private:
     int fd_ = -1;
     std::string temporary_;
     std::string target_;
-    platform::fs::TemporaryFileRecord record_;  // so that a stop signal or the next start removes it too
+    platform::TemporaryFileRecord record_;  // so that a stop signal or the next start removes it too
 };
 
 }  // namespace vd::media

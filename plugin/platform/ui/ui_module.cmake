@@ -1,12 +1,8 @@
-# The GTK dialog module of the bundle, Resources/ui-gtk.so. The core never links GTK: it loads this
+# The GTK dialog module of the bundle, Resources/ui-gtk.so. The layers never link GTK: it loads this
 # module with dlopen when a dialog must be shown on a display. Included from plugin/CMakeLists.txt
-# after vandrel_core and Vandrel are defined.
+# after the layers and Vandrel are defined.
 
-# The module's source is not part of the core, which the recursive source glob would otherwise make it.
 set(VD_UI_GTK_SOURCES ${CMAKE_CURRENT_LIST_DIR}/gtk/ui_gtk_module.cpp)
-get_target_property(vd_core_sources vandrel_core SOURCES)
-list(REMOVE_ITEM vd_core_sources ${VD_UI_GTK_SOURCES})
-set_property(TARGET vandrel_core PROPERTY SOURCES ${vd_core_sources})
 
 find_package(PkgConfig)
 if(PkgConfig_FOUND)

@@ -6,7 +6,6 @@
 #include "fmapi/args/host_number.h"
 #include "fmapi/args/value_readers.h"
 #include "fmapi/errors/vds_error.h"
-#include "frame/lifecycle.h"
 #include "sound/sound_function_steps.h"
 #include "sound/waveform/waveform.h"
 
@@ -21,7 +20,6 @@ namespace vd::sound {
 namespace {
 
 constexpr int32_t kParamErr = -50;
-constexpr int32_t kNoJpegExporter = -2005;  // badComponentType
 
 // A failure leaves the result empty; the status is there for Vandrel_GetLastError.
 FMX_ErrCode Failure(VDSError& error, int32_t code, std::string_view stepMessage) {
@@ -90,9 +88,7 @@ FMX_ErrCode DrawWaveformFunction(const FunctionCall& call) {
     std::optional<platform::PixelBuffer> picture;
     WaveformOutcome drawn = DrawWaveform(std::move(movie), request, picture);
     if (drawn.code != 0) return Failure(error, drawn.code, drawn.message);
-    // Without a JPEG saver (found missing at start-up) there is no way to store the picture.
-    const int32_t stored =
-        gJpegExportAvailable ? container::StorePixelBufferAsJpeg(call.result, *picture) : kNoJpegExporter;
+    const int32_t stored = container::StorePixelBufferAsJpeg(call.result, *picture);
     if (stored != 0) return Failure(error, stored, "Failed to put picture into container.");
     error.SetCode(0);
     return 0;

@@ -8,7 +8,7 @@
 #include <memory>
 #include <utility>
 
-namespace vd::platform::fs {
+namespace vd::platform {
 
 class UniqueFd {
 public:
@@ -49,4 +49,4 @@ struct FolderStreamCloser {
 };
 using FolderStream = std::unique_ptr<DIR, FolderStreamCloser>;
 
-}  // namespace vd::platform::fs
+}  // namespace vd::platform

@@ -1,6 +1,6 @@
-#include "frame/workaround_switches.h"
+#include "container/workaround_switches.h"
 
-namespace vd {
+namespace vd::container {
 
 uint16_t gLinkMediaWorkaround = 0;
 uint16_t gRemoteFileWorkaround = 0;
@@ -10,4 +10,4 @@ void InitWorkaroundSwitches() noexcept {
     gRemoteFileWorkaround = 0x8001;
 }
 
-}  // namespace vd
+}  // namespace vd::container

@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-namespace vd {
+namespace vd::container {
 
 extern uint16_t gLinkMediaWorkaround;
 extern uint16_t gRemoteFileWorkaround;
@@ -17,4 +17,4 @@ void InitWorkaroundSwitches() noexcept;
 inline bool WorkaroundMarked(uint16_t word) { return (word & 0x7FFF) != 0; }
 inline bool WorkaroundOn(uint16_t word) { return (word & 0x8000) != 0; }
 
-}  // namespace vd
+}  // namespace vd::container

@@ -1,0 +1,42 @@
+#include "frame/subsystems.h"
+
+#include "container/container_subsystem.h"
+#include "fmapi/subsystem_hooks.h"
+#include "sound/sound_subsystem.h"
+
+#include <array>
+#include <cstddef>
+
+namespace vd {
+
+namespace {
+
+constexpr std::array<const SubsystemHooks*, 2> kSubsystems{&container::kContainerSubsystem, &sound::kSoundSubsystem};
+
+void ShutDownFirst(size_t count) noexcept {
+    for (size_t i = count; i-- > 0;) {
+        if (kSubsystems[i]->shutDown) kSubsystems[i]->shutDown();
+    }
+}
+
+}  // namespace
+
+bool StartUpSubsystems() noexcept {
+    for (size_t i = 0; i < kSubsystems.size(); ++i) {
+        if (kSubsystems[i]->startUp && !kSubsystems[i]->startUp()) {
+            ShutDownFirst(i + 1);
+            return false;
+        }
+    }
+    return true;
+}
+
+void IdleSubsystems(uint8_t kind) noexcept {
+    for (const SubsystemHooks* hooks : kSubsystems) {
+        if (hooks->idle) hooks->idle(kind);
+    }
+}
+
+void ShutDownSubsystems() noexcept { ShutDownFirst(kSubsystems.size()); }
+
+}  // namespace vd
