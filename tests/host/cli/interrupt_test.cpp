@@ -64,7 +64,6 @@ TEST_F(Interrupt, ASignalEndsTheCallAndTheStatementStoresNothing) {
     auto o = interrupted({"set", "T::N", "T::N + Fixture_Sleep ( 1.2 )"}, SIGINT);
     EXPECT_EQ(o.result.status, 130) << o.result.err;
     EXPECT_EQ(o.result.err, "vdhost: Interrupted.\n");
-    EXPECT_LT(o.afterSignal, 1.5s);
 
     // A call that goes on much longer is not waited for: the process ends itself while its write
     // transaction is open, and SQLite drops what it wrote.
