@@ -137,20 +137,6 @@ TEST(HostNumbers, AsLongTruncatesTowardZeroAndSaturates) {
     FM_FixPt_Delete(n, Rec());
 }
 
-TEST(HostValues, NumbersAndTextsConvertTheWayCalculationsShowThem) {
-    struct Case {
-        double value;
-        const char16_t* text;
-    } cases[] = {{-42, u"-42"}, {1.0 / 3, u"0.333333333333333"}, {0.1 + 0.2, u"0.3"}, {1e15, u"1e+15"}, {-0.0, u"0"}};
-    for (const auto& c : cases) EXPECT_EQ(vdhost::formatNumber(c.value), c.text) << c.value;
-
-    struct Parse {
-        const char16_t* text;
-        std::optional<double> value;
-    } parses[] = {{u"-1.5", -1.5}, {u"1-2", 12}, {u"abc", std::nullopt}, {u"a1b2.5.6", 12.56}};
-    for (const auto& p : parses) EXPECT_EQ(vdhost::parseNumber(p.text), p.value);
-}
-
 TEST(HostData, SetAsTextHonoursTheNativeType) {
     FMX_Data* d = FM_Data_Constructor1(Rec());
     FMX_Text* t = FM_Text_Constructor1(Rec());

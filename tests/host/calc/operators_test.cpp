@@ -44,6 +44,7 @@ TEST_F(OperatorTest, ComparisonIsNumericWhenEitherSideIsANumberAndIgnoresCaseOth
 TEST_F(OperatorTest, ConcatenationAndArithmeticConvertTheirOperands) {
     expectTexts({
         {"\"x\" & 1.50", "x1.5"},     // the text form of a number
+        {"1/3 & \"|\" & 1e15 & \"|\" & -0", "0.333333333333333|1e+15|0"},
         {"\"abc\" + 1", "1"},
         {"\"1,5 kg\" * 2", "30"},     // digits and the first point count, nothing else
     });

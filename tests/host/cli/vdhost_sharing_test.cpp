@@ -81,6 +81,14 @@ TEST_F(Sharing, ParallelWritersAndReadersLoseNothingAndNeverFail) {
         }
 }
 
+TEST_F(Sharing, WritersRacingToMakeTheDatabaseAllSucceed) {
+    const int failures = failuresInParallel(8, [&](int i) {
+        return int(vdhost({"--no-plugins", "set", "T::F" + std::to_string(i), "1"}).status != 0);
+    });
+    EXPECT_EQ(failures, 0);
+    EXPECT_EQ(vdhost::db::Database(db()).fields().size(), 8u);
+}
+
 TEST_F(Sharing, ParallelIncrementsCountExactly) {
     constexpr int kProcesses = 8, kIncrements = kRounds;
     ASSERT_EQ(vdhost({"set", "T::C", "0"}).status, 0);
