@@ -2,12 +2,25 @@
 
 #include "temp_folder.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace vdtest {
+
+std::string programOnPath(const std::string& name) {
+    const char* path = std::getenv("PATH");
+    const std::string folders = path ? path : "/usr/bin:/bin";
+    for (size_t start = 0; start <= folders.size();) {
+        const size_t end = std::min(folders.find(':', start), folders.size());
+        const std::string candidate = folders.substr(start, end - start) + "/" + name;
+        if (end > start && access(candidate.c_str(), X_OK) == 0) return candidate;
+        start = end + 1;
+    }
+    return "";
+}
 
 ProcessResult runProcess(const std::vector<std::string>& argv, const std::map<std::string, std::string>& environment,
                          const std::string& input, const std::string& workingFolder) {

@@ -17,4 +17,7 @@ struct ProcessResult {
 ProcessResult runProcess(const std::vector<std::string>& argv, const std::map<std::string, std::string>& environment = {},
                          const std::string& input = "", const std::string& workingFolder = "");
 
+// The full path of a program found on PATH the way a shell finds it; empty when there is none.
+std::string programOnPath(const std::string& name);
+
 }  // namespace vdtest

@@ -2,7 +2,6 @@
 // result.
 #include "calc_test_support.h"
 
-#include "api/evaluation_host.h"
 #include "api/function_registry.h"
 #include "api/values.h"
 

@@ -11,7 +11,6 @@
 #include <fcntl.h>
 #include <pty.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 namespace vdtest {
 namespace {

@@ -6,10 +6,8 @@
 #include <db/database.h>
 
 #include <functional>
-#include <string>
 
 #include <sys/wait.h>
-#include <unistd.h>
 
 namespace vdtest {
 namespace {

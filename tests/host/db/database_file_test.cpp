@@ -4,15 +4,9 @@
 
 #include <db/database.h>
 
-#include <api/values.h>
-
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <db/sqlite.h>
-
-#include <string>
-#include <vector>
 
 #include <sys/stat.h>
 

@@ -5,10 +5,8 @@
 #include <db/database.h>
 
 #include <api/fnam.h>
-#include <api/values.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cmath>
 
@@ -58,7 +56,6 @@ TEST_F(DatabaseValues, EachKindRoundTrips) {
     FMX_Data born = readBack("People", "Born");
     EXPECT_EQ(born.type, FMX_TYPE_DATE);
     EXPECT_EQ(born.text.units, u"1/2/1990");
-
 
     // Unknown fields and tables are no field, not an empty one.
     EXPECT_FALSE(db.read("People", "Height"));

@@ -8,8 +8,6 @@
 #include "container_test_support.h"
 #include "plugin/platform/media/media_fixtures.h"
 
-#include <gtest/gtest.h>
-
 namespace vdtest {
 namespace {
 

@@ -2,13 +2,8 @@
 // and Vandrel_CreateAlias on real trees.
 #include "plugin/files/file_test_support.h"
 
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
-#include <iterator>
-#include <sys/stat.h>
 #include <unistd.h>
-
 
 namespace vdtest {
 namespace {

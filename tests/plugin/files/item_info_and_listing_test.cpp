@@ -1,8 +1,6 @@
 // Vandrel_GetItemInfo and Vandrel_ListFolder on real trees.
 #include "plugin/files/file_test_support.h"
 
-#include <gtest/gtest.h>
-
 #include <unistd.h>
 
 namespace vdtest {

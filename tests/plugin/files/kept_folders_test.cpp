@@ -6,10 +6,6 @@
 #include "plugin/files/file_test_support.h"
 #include "platform/fs/special_folders.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-
 namespace vdtest {
 namespace {
 

@@ -10,12 +10,9 @@
 
 #include <support/process.h>
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <thread>
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace vdtest {

@@ -10,7 +10,6 @@
 
 #include <api/text_codec.h>
 #include <api/values.h>
-#include <session/session.h>
 #include <support/temp_folder.h>
 
 #include <gtest/gtest.h>

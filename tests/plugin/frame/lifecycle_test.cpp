@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <set>
-#include <vector>
 
 namespace vdtest {
 namespace {

@@ -3,8 +3,6 @@
 #include "sound/create_sound.h"
 #include "sound_test_support.h"
 
-#include "platform/media/sample_reading.h"
-
 #include <support/process.h>
 
 namespace vdtest {

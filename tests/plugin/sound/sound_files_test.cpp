@@ -5,11 +5,9 @@
 #include "sound_test_support.h"
 
 #include "platform/fs/finder_info.h"
-#include "platform/media/movie_from_file.h"
 #include "platform/media/new_sound_movie.h"
 #include "sound/delete_file.h"
 #include "sound/movie_source.h"
-#include "sound/sound_function_steps.h"
 #include "sound/tick_count.h"
 #include "sound/wav_conversion.h"
 

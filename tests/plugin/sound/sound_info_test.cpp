@@ -2,7 +2,6 @@
 // tracks, sounds that live in a container, files without sound, and reading values back out.
 #include "sound/sound_info.h"
 
-#include "platform/media/movie_from_file.h"
 #include "plugin/sound/sound_test_support.h"
 
 #include <cctype>

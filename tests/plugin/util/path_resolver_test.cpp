@@ -1,10 +1,6 @@
 #include "util/path_resolver.h"
 
-#include <filesystem>
-#include <fstream>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 #include <unistd.h>

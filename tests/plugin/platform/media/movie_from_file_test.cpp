@@ -9,10 +9,7 @@
 
 #include "media_fixtures.h"
 
-#include <fstream>
-
 #include <fcntl.h>
-#include <unistd.h>
 
 namespace vd::media {
 namespace {

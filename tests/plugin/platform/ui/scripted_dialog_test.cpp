@@ -3,8 +3,6 @@
 
 #include "platform/ui/scripted_dialogs.h"
 
-#include <gtest/gtest.h>
-
 namespace vdtest {
 namespace {
 
