@@ -1,7 +1,5 @@
 #include "process.h"
 
-#include "temp_folder.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <fcntl.h>
@@ -22,14 +20,12 @@ std::string programOnPath(const std::string& name) {
     return "";
 }
 
-ProcessResult runProcess(const std::vector<std::string>& argv, const std::map<std::string, std::string>& environment,
-                         const std::string& input, const std::string& workingFolder) {
-    // Files rather than pipes: the child may print a lot before it reads anything.
-    TempFolder io;
-    auto inPath = io / "in", outPath = io / "out", errPath = io / "err";
+StartedProcess::StartedProcess(const std::vector<std::string>& argv, const std::map<std::string, std::string>& environment,
+                               const std::string& input, const std::string& workingFolder) {
+    auto inPath = io_ / "in", outPath = io_ / "out", errPath = io_ / "err";
     writeFile(inPath, input);
-    pid_t pid = fork();
-    if (pid == 0) {
+    pid_ = fork();
+    if (pid_ == 0) {
         int in = open(inPath.c_str(), O_RDONLY);
         int out = open(outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
         int err = open(errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
@@ -50,13 +46,22 @@ ProcessResult runProcess(const std::vector<std::string>& argv, const std::map<st
         execv(args[0], args.data());
         _exit(127);
     }
+}
+
+ProcessResult StartedProcess::finish() {
     ProcessResult result;
     int status = 0;
-    if (pid > 0 && waitpid(pid, &status, 0) == pid)
+    if (pid_ > 0 && waitpid(pid_, &status, 0) == pid_)
         result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    result.out = readFile(outPath);
-    result.err = readFile(errPath);
+    pid_ = -1;
+    result.out = readFile(io_ / "out");
+    result.err = readFile(io_ / "err");
     return result;
+}
+
+ProcessResult runProcess(const std::vector<std::string>& argv, const std::map<std::string, std::string>& environment,
+                         const std::string& input, const std::string& workingFolder) {
+    return StartedProcess(argv, environment, input, workingFolder).finish();
 }
 
 }  // namespace vdtest
