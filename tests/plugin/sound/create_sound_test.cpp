@@ -3,8 +3,6 @@
 #include "sound/create_sound.h"
 #include "sound_test_support.h"
 
-#include <support/process.h>
-
 namespace vdtest {
 namespace {
 
@@ -107,14 +105,6 @@ TEST_F(CreateSoundTest, EveryFailureHasItsCodeAndMessage) {
     EXPECT_EQ(none.message, "This function requires 1 or more parameters.");
     EXPECT_EQ(movie.TrackCount(), 0u);
     EXPECT_TRUE(LeftoverTemporaryFiles().empty());
-}
-
-TEST(CreateSoundHost, VdhostAnswersTheContainer) {
-    TempFolder folder;
-    auto r = runProcess({VDHOST_EXE, "--plugins", VD_PLUGIN_DIR, "--db", (folder / "t.vddb").string(), "eval",
-                         "Vandrel_CreateSound(\"sine\")"});
-    ASSERT_EQ(r.status, 0) << r.err;
-    EXPECT_EQ(r.out, "snd  44142\n");
 }
 
 }  // namespace
