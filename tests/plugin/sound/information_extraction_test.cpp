@@ -6,7 +6,6 @@ namespace vdtest {
 namespace {
 
 using vd::sound::ExtractInfo;
-using vd::sound::NormaliseLabel;
 
 // The shape of a sound report: two blanks of indentation per level, CR between lines.
 const std::string kReport =
@@ -67,15 +66,6 @@ TEST(ExtractInfoLabels, PathsDescendByIndentationAndDropUnits) {
         EXPECT_EQ(r.code, c.code) << c.key;
         EXPECT_EQ(r.value, c.value) << c.key;
     }
-}
-
-TEST(ExtractInfoLabels, NormalisingKeepsOrDropsTheParenthesisedTail) {
-    struct Case {
-        const char* label;
-        const char* normalised;
-    } cases[] = {{"Sample Rate\t(Hz)  ", "Sample Rate"}, {"Rate (a) (b)", "Rate (a)"}, {"Trailing  ", "Trailing  "},
-                 {"Hz)", ""}, {"x(y)", "x"}};
-    for (const auto& c : cases) EXPECT_EQ(NormaliseLabel(c.label), c.normalised) << c.label;
 }
 
 using ExtractInfoFunction = SoundSessionTest;
