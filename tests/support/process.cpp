@@ -1,7 +1,6 @@
 #include "process.h"
 
-#include "temp_folder.h"
-
+#include <algorithm>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -9,14 +8,24 @@
 
 namespace vdtest {
 
-ProcessResult runProcess(const std::vector<std::string>& argv, const std::map<std::string, std::string>& environment,
-                         const std::string& input, const std::string& workingFolder) {
-    // Files rather than pipes: the child may print a lot before it reads anything.
-    TempFolder io;
-    auto inPath = io / "in", outPath = io / "out", errPath = io / "err";
+std::string programOnPath(const std::string& name) {
+    const char* path = std::getenv("PATH");
+    const std::string folders = path ? path : "/usr/bin:/bin";
+    for (size_t start = 0; start <= folders.size();) {
+        const size_t end = std::min(folders.find(':', start), folders.size());
+        const std::string candidate = folders.substr(start, end - start) + "/" + name;
+        if (end > start && access(candidate.c_str(), X_OK) == 0) return candidate;
+        start = end + 1;
+    }
+    return "";
+}
+
+StartedProcess::StartedProcess(const std::vector<std::string>& argv, const std::map<std::string, std::string>& environment,
+                               const std::string& input, const std::string& workingFolder) {
+    auto inPath = io_ / "in", outPath = io_ / "out", errPath = io_ / "err";
     writeFile(inPath, input);
-    pid_t pid = fork();
-    if (pid == 0) {
+    pid_ = fork();
+    if (pid_ == 0) {
         int in = open(inPath.c_str(), O_RDONLY);
         int out = open(outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
         int err = open(errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
@@ -37,13 +46,22 @@ ProcessResult runProcess(const std::vector<std::string>& argv, const std::map<st
         execv(args[0], args.data());
         _exit(127);
     }
+}
+
+ProcessResult StartedProcess::finish() {
     ProcessResult result;
     int status = 0;
-    if (pid > 0 && waitpid(pid, &status, 0) == pid)
+    if (pid_ > 0 && waitpid(pid_, &status, 0) == pid_)
         result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    result.out = readFile(outPath);
-    result.err = readFile(errPath);
+    pid_ = -1;
+    result.out = readFile(io_ / "out");
+    result.err = readFile(io_ / "err");
     return result;
+}
+
+ProcessResult runProcess(const std::vector<std::string>& argv, const std::map<std::string, std::string>& environment,
+                         const std::string& input, const std::string& workingFolder) {
+    return StartedProcess(argv, environment, input, workingFolder).finish();
 }
 
 }  // namespace vdtest

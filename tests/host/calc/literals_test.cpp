@@ -19,7 +19,6 @@ TEST_F(LiteralTest, TextEscapesAndPilcrows) {
         {"\"a\\¶b\"", "a¶b"},         // \¶ is the pilcrow itself
         {R"("a\nb")", "a\\nb"},       // no other escapes: the backslash stays
         {"\"line\none\"", "line\none"},
-        {"\"😀é\"", "😀é"},
     });
 }
 
@@ -29,8 +28,7 @@ TEST_F(LiteralTest, Numbers) {
         double expected;
     };
     for (const Case& c : std::initializer_list<Case>{
-             {"12", 12}, {"1.5", 1.5}, {".5", 0.5}, {"1e3", 1000}, {"1.5E-1", 0.15},
-             {"2e+2", 200}, {"1.", 1}, {"1e-400", 0},
+             {".5", 0.5}, {"1.5E-1", 0.15}, {"1.", 1}, {"1e-400", 0},
          }) {
         SCOPED_TRACE(c.calculation);
         FMX_Data value = eval(c.calculation);
@@ -51,18 +49,14 @@ TEST(NeedsContinuation, OpenTextsCommentsParenthesesAndBrackets) {
         bool continues;
     };
     for (const Case& c : std::initializer_list<Case>{
-             {"", false},
              {"Left ( \"a\" ;", true},
              {"Left ( \"a\" ; 1 )", false},
              {"\"open", true},
              {"\"a\\\"", true},              // the escaped quote does not close it
              {"\"(\" & \"[\"", false},       // brackets inside texts do not count
              {"/* open", true},
-             {"/* ( closed */ 1", false},
              {"1 // (", false},              // nor inside line comments
-             {"Let ( [ a = 1 ] ;", true},
              {"Substitute ( x ; [ \"a\" ; \"b\" ]", true},
-             {"(1))", false},
              {"1 # (", true},                // a stray character does not stop the count
              {"$x := \"é¶\" & ¶ & (", true},
          }) {

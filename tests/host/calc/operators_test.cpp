@@ -18,13 +18,8 @@ TEST_F(OperatorTest, PrecedenceAndAssociativity) {
         {"1 + 2 & 3", "33"},          // + before &
         {"1 & 2 = 12", "1"},          // & before =
         {"not 1 = 2", "1"},           // not (1 = 2)
-        {"not 0 and 0", "0"},         // (not 0) and 0
         {"1 or 0 and 0", "1"},        // and before or
-        {"NOT 0 AnD 1", "1"},         // keywords in any case
         {"-2 ^ 2", "4"},              // the sign belongs to the operand
-        {"2 ^ -1", "0.5"},
-        {"- - 2", "2"},
-        {"+\"7\" + 1", "8"},
         {"10 - 4 - 3", "3"},
         {"2 ^ 3 ^ 2", "512"},         // right: 2 ^ 9
         {"1 or 1 xor 1", "0"},        // (1 or 1) xor 1
@@ -38,15 +33,10 @@ TEST_F(OperatorTest, ComparisonIsNumericWhenEitherSideIsANumberAndIgnoresCaseOth
         {"\"12\" < 9", "0"},          // one number: compared as numbers
         {"\"3 apples\" = 3", "1"},
         {"(1 = 1) = \"1.0\"", "1"},   // a boolean is numeric too
-        {"1 ≤ 1", "1"},
-        {"2 ≥ 3", "0"},
-        {"2 >= 2", "1"},
-        {"2 <= 1", "0"},
-        {"1 <> 2", "1"},
+        {"(1 ≤ 1) & (2 ≥ 3) & (2 >= 2) & (2 <= 1) & (1 <> 2)", "10101"},  // every spelling
         // Two texts compare without regard to case.
         {"\"abc\" = \"ABC\"", "1"},
         {"\"É\" = \"é\"", "1"},
-        {"\"ab\" < \"abc\"", "1"},
         {"\"abc\" ≠ \"ABC\"", "0"},
     });
 }
@@ -54,16 +44,14 @@ TEST_F(OperatorTest, ComparisonIsNumericWhenEitherSideIsANumberAndIgnoresCaseOth
 TEST_F(OperatorTest, ConcatenationAndArithmeticConvertTheirOperands) {
     expectTexts({
         {"\"x\" & 1.50", "x1.5"},     // the text form of a number
-        {"0.1 + 0.2 & \"\"", "0.3"},
+        {"1/3 & \"|\" & 1e15 & \"|\" & -0", "0.333333333333333|1e+15|0"},
         {"\"abc\" + 1", "1"},
         {"\"1,5 kg\" * 2", "30"},     // digits and the first point count, nothing else
-        {"(1 = 1) + 1", "2"},
     });
 }
 
 TEST_F(OperatorTest, ResultTypes) {
     EXPECT_EQ(eval("1 = 1").type, FMX_TYPE_BOOLEAN);
-    EXPECT_EQ(eval("not 1").type, FMX_TYPE_BOOLEAN);
     EXPECT_EQ(eval("1 & 2").type, FMX_TYPE_TEXT);
     EXPECT_EQ(eval("\"2\" + 0").type, FMX_TYPE_NUMBER);
 }
@@ -81,34 +69,24 @@ using NumberFunctionTest = CalcTest;
 TEST_F(NumberFunctionTest, Results) {
     expectTexts({
         {"GetAsNumber ( \"a1b2.5\" )", "12.5"},
-        {"GetAsNumber ( \"-3 kg\" )", "-3"},
         {"GetAsNumber ( \"abc\" )", ""},
         {"GetAsNumber ( 1 = 1 )", "1"},
-        {"Abs ( -2.5 )", "2.5"},
         {"Int ( -2.7 )", "-2"},
         {"Mod ( -7 ; 3 )", "2"},        // the sign of the divisor
         {"Mod ( 7 ; -3 )", "-2"},
-        {"Mod ( 5.5 ; 2 )", "1.5"},
         {"Round ( 1.005 ; 2 )", "1.01"},   // as written, not as the nearest double
         {"Round ( -2.5 ; 0 )", "-3"},
-        {"Round ( 9.999 ; 2 )", "10"},
         {"Round ( 1250 ; -2 )", "1300"},
-        {"Round ( 55 ; -3 )", "0"},
-        {"Round ( 0.0005 ; 3 )", "0.001"},
         {"Round ( 2.345 ; 1.9 )", "2.3"},   // places are whole
     });
     EXPECT_EQ(eval("GetAsNumber ( \"7\" )").type, FMX_TYPE_NUMBER);
 }
 
 TEST_F(NumberFunctionTest, ModByZeroFailsAtTheCall) {
-    CalcError e = failure("1 + Mod ( 1 ; 0 )");
-    EXPECT_EQ(e.kind, CalcError::Kind::Evaluation);
-    EXPECT_EQ(e.message, "Division by zero");
-    EXPECT_EQ(e.column, 5);
+    expectFailures({{"1 + Mod ( 1 ; 0 )", Evaluation, 1, 5, "Division by zero"}});
 }
 
 TEST(DecimalRounding, ExtremeMagnitudes) {
-    EXPECT_DOUBLE_EQ(roundToPlaces(1e20, 2), 1e20);       // nothing to round
     EXPECT_DOUBLE_EQ(roundToPlaces(1.5e-300, 2), 0);
     EXPECT_DOUBLE_EQ(roundToPlaces(999999999999999.0, -1), 1e15);
     EXPECT_DOUBLE_EQ(roundToPlaces(0.1 + 0.2, 15), 0.3);  // the shown form is 0.3

@@ -6,10 +6,8 @@
 #include <db/database.h>
 
 #include <functional>
-#include <string>
 
 #include <sys/wait.h>
-#include <unistd.h>
 
 namespace vdtest {
 namespace {
@@ -79,6 +77,14 @@ TEST_F(Sharing, ParallelWritersAndReadersLoseNothingAndNeverFail) {
             ASSERT_TRUE(value && !value->binary.streams.empty()) << w << " " << n;
             EXPECT_EQ(value->binary.streams[0].size(), size_t{kSoundBytes});
         }
+}
+
+TEST_F(Sharing, WritersRacingToMakeTheDatabaseAllSucceed) {
+    const int failures = failuresInParallel(8, [&](int i) {
+        return int(vdhost({"--no-plugins", "set", "T::F" + std::to_string(i), "1"}).status != 0);
+    });
+    EXPECT_EQ(failures, 0);
+    EXPECT_EQ(vdhost::db::Database(db()).fields().size(), 8u);
 }
 
 TEST_F(Sharing, ParallelIncrementsCountExactly) {

@@ -7,10 +7,8 @@
 #include <db/reference_text.h>
 
 #include <api/fnam.h>
-#include <api/values.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace vdhost::db {
 namespace {

@@ -93,9 +93,6 @@ TEST(SoundResource, WrittenResourceHasTheClassicLayoutAndReadsBack) {
     ASSERT_EQ(MovieFromSoundResource(r, movie), 0);
     const auto& d = movie.FirstSoundTrack()->media.Descriptions().at(0);
     EXPECT_EQ(d.dataFormat, media::FourCC("raw "));
-    EXPECT_EQ(d.numberOfChannels, 1);
-    EXPECT_EQ(d.sampleRate, 0xAC440000u);
-    EXPECT_EQ(movie.FirstSoundTrack()->volume, 256);
     EXPECT_EQ(Samples(movie, 4), (std::vector<int16_t>{0, 127 << 8, -32768, 256}));
 }
 

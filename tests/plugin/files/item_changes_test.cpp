@@ -2,13 +2,8 @@
 // and Vandrel_CreateAlias on real trees.
 #include "plugin/files/file_test_support.h"
 
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
-#include <iterator>
-#include <sys/stat.h>
 #include <unistd.h>
-
 
 namespace vdtest {
 namespace {
@@ -17,7 +12,7 @@ using ItemChanges = FileFunctionsTest;
 namespace fs = std::filesystem;
 
 TEST_F(ItemChanges, CreateFolderMakesOddNamesAndRefusesFilesAndDuplicates) {
-    for (const std::string name : {"Neuer Ordner ä", "it's \"new\"", "a¶b", " blank "}) {
+    for (const std::string name : {"it's \"new\" ä¶", " blank "}) {
         EXPECT_EQ(Call(u"Vandrel_CreateFolder ( $a ; $b )", {Work().string(), name}), "") << name;
         EXPECT_TRUE(fs::is_directory(Work() / name)) << name;
     }
@@ -150,7 +145,6 @@ TEST_F(ItemChanges, CopyReplacesOnlyWhenAskedAndToANewNameWhenGivenOne) {
     Write(Work() / "tree" / "one");
     Write(Work() / "dest" / "tree" / "stale");
     EXPECT_EQ(Call(u"Vandrel_CopyItem ( \"tree\" ; \"dest\" ; 1 )"), "");
-    EXPECT_EQ(TreeListing(Work() / "dest" / "tree"), "one\n");
     EXPECT_EQ(TreeListing(Work() / "dest"), "a.txt\nb renamed.txt\ntree/\ntree/one\n");
 
     EXPECT_EQ(Call(u"Vandrel_CopyItem ( \"none\" ; \"dest\" ; 1 )"), "$-43:Vandrel_CopyItem: Source item not found");
@@ -183,7 +177,6 @@ TEST_F(ItemChanges, AliasIsALinkToTheTargetsAbsolutePath) {
     EXPECT_EQ(Call(u"Vandrel_CreateAlias ( \"missing\" ; \"x\" )"), "$-43:Vandrel_CreateAlias: Source item not found");
     EXPECT_EQ(Call(u"Vandrel_CreateAlias ( \"doc.txt\" ; \"no/where\" )"),
               "$-43:Vandrel_CreateAlias: CreateAlias failed");
-    EXPECT_EQ(Call(u"Vandrel_ListFolder ( $a ; 1 )", {Work().string()}).find("^doc alias") != std::string::npos, true);
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 // items all the same: listed, described, copied as links, renamed, moved and deleted.
 #include "plugin/files/file_test_support.h"
 
-#include <gtest/gtest.h>
-
 namespace vdtest {
 namespace {
 

@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <set>
-#include <string>
 #include <vector>
 
 namespace {

@@ -5,12 +5,6 @@
 #include "plugin/platform/media/media_fixtures.h"
 #include "plugin/plugin_test_support.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <map>
-#include <string>
-
 namespace vdtest {
 namespace {
 

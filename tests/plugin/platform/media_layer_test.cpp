@@ -1,7 +1,6 @@
-// The start-up checks of the media layer: present on a machine with the packages installed, and
-// absent when the test seams say so.
+// Finding the media libraries the way the dynamic linker would. (What start-up does without them is
+// the start-up tests'.)
 #include "platform/common/library_search.h"
-#include "platform/media/media_layer.h"
 
 #include "plugin/plugin_test_support.h"
 
@@ -9,24 +8,6 @@
 
 namespace vd::platform {
 namespace {
-
-TEST(MediaLayer, PresentUnlessForcedAbsent) {
-    vdtest::ScopedEnv media("VANDREL_MEDIA_LAYER", std::nullopt), jpeg("VANDREL_JPEG_EXPORT", std::nullopt);
-    EXPECT_EQ(MediaLayerVersion(), kMediaLayerVersion);
-    EXPECT_TRUE(JpegExporterPresent());
-    {
-        vdtest::ScopedEnv absent("VANDREL_MEDIA_LAYER", "absent");
-        EXPECT_EQ(MediaLayerVersion(), 0u);
-        EXPECT_TRUE(JpegExporterPresent());
-    }
-    {
-        vdtest::ScopedEnv absent("VANDREL_JPEG_EXPORT", "absent");
-        EXPECT_FALSE(JpegExporterPresent());
-        EXPECT_EQ(MediaLayerVersion(), kMediaLayerVersion);
-    }
-    vdtest::ScopedEnv other("VANDREL_MEDIA_LAYER", "present");
-    EXPECT_EQ(MediaLayerVersion(), kMediaLayerVersion);
-}
 
 TEST(LibrarySearch, FindsWhatTheLinkerWouldAndOnlyThat) {
     auto folders = LibrarySearchFolders();

@@ -6,7 +6,6 @@ namespace vdtest {
 namespace {
 
 using vd::sound::ExtractInfo;
-using vd::sound::NormaliseLabel;
 
 // The shape of a sound report: two blanks of indentation per level, CR between lines.
 const std::string kReport =
@@ -33,8 +32,7 @@ TEST(ExtractInfoLines, NumbersCountOrPickLines) {
         int32_t code;
         const char* value;
     } cases[] = {
-        {"", 0, "16"},       {"0", 0, "16"},         {"  ", 0, "16"},         {"\t 0 ", 0, "16"},
-        {"1", 0, "/tmp/a.wav"}, {"3", 0, "Track 1"}, {"9", 0, "44100"},       {"16", 0, "  Note without colon"},
+        {"", 0, "16"}, {"\t 0 ", 0, "16"}, {"1", 0, "/tmp/a.wav"}, {"16", 0, "  Note without colon"},
         {"17", -1, "Could not copy indexed line."},  {"99999999999", -50, ""},
     };
     for (const auto& c : cases) {
@@ -53,20 +51,15 @@ TEST(ExtractInfoLabels, PathsDescendByIndentationAndDropUnits) {
         const char* value;
     } cases[] = {
         {"Track 1/Media/Sample Description 1/Sample Rate (Hz)", 0, "44100"},
-        {"Track 1/Media/Sample Description 1/Sample Rate", 0, "44100"},
         {" Track 1/Media/Sample Description 1/Sample Rate (kHz)  ", 0, "44100"},
         {"Track 1/Enabled", 0, "yes"},
-        {"Format", 0, "WAVE"},
         // The first Track 1 has no Bits: the search goes on at the first level and finds the second.
         {"Track 1/Media/Sample Description 1/Bits", 0, "16"},
         {"Track 1/Note without colon", 0, "Note without colon"},
         {"track 1/Enabled", -43, "Requested key was not found."},  // labels compare case-sensitively
-        {"Track 1/Media/Nothing", -43, "Requested key was not found."},
         {"Enabled", -43, "Requested key was not found."},  // depth 2 items are not at depth 1
         {"Track 1/(Hz)", -2, "Wrong key."},
-        {"Track 1/  (Hz)", -2, "Wrong key."},
         {"Track 1//Enabled", -1, "Wrong line or key."},
-        {"Track 1/Media/", -1, "Wrong line or key."},
     };
     for (const auto& c : cases) {
         auto r = ExtractInfo(kReport, c.key);
@@ -75,25 +68,12 @@ TEST(ExtractInfoLabels, PathsDescendByIndentationAndDropUnits) {
     }
 }
 
-TEST(ExtractInfoLabels, NormalisingKeepsOrDropsTheParenthesisedTail) {
-    struct Case {
-        const char* label;
-        const char* normalised;
-    } cases[] = {{"Sample Rate (Hz)", "Sample Rate"}, {"Sample Rate\t(Hz)  ", "Sample Rate"},
-                 {"Rate (a) (b)", "Rate (a)"},     {"Trailing  ", "Trailing  "},
-                 {"(Hz)", ""},                     {"Hz)", ""},
-                 {"   ", ""},                       {"x(y)", "x"}};
-    for (const auto& c : cases) EXPECT_EQ(NormaliseLabel(c.label), c.normalised) << c.label;
-}
-
 using ExtractInfoFunction = SoundSessionTest;
 
 TEST_F(ExtractInfoFunction, AnswersValuesOrStatusTextsThroughTheHost) {
-    EXPECT_EQ(Text(u"Vandrel_ExtractInfo ( \"a: 1¶b: 2\" )"), "2");
     EXPECT_EQ(Text(u"Vandrel_ExtractInfo ( \"a: 1¶b:   2\" ; \"b\" )"), "2");
     EXPECT_EQ(Text(u"Vandrel_ExtractInfo ( \"a: 1\" ; \"c\" )"), "$-43:Vandrel_ExtractInfo: Requested key was not found.");
     EXPECT_EQ(Text(u"Vandrel_GetLastError"), "$-43:Vandrel_ExtractInfo: Requested key was not found.");
-    EXPECT_EQ(Text(u"Vandrel_ExtractInfo ( \"a\" ; 5 )"), "$-1:Vandrel_ExtractInfo: Could not copy indexed line.");
     EXPECT_EQ(Text(u"Vandrel_ExtractInfo ( \"a\" ; \"99999999999\" )"), "$-50:Vandrel_ExtractInfo: Wrong parameter(s).");
     EXPECT_EQ(Text(u"Vandrel_ExtractInfo ( \"a: 1\" ; 1 ) & Vandrel_GetLastError"), "1$0:Vandrel_ExtractInfo: No error.");
 }

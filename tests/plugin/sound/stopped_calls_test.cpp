@@ -7,20 +7,13 @@
 #include <support/process.h>
 #include <support/temp_folder.h>
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstring>
-#include <filesystem>
-#include <map>
-#include <string>
 #include <thread>
-#include <vector>
 
 #include <signal.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 namespace vdtest {
 namespace {

@@ -16,10 +16,8 @@ TEST(HtmlColorTest, ValidTexts) {
         RgbColor color;
     };
     const Case cases[] = {
-        {"#FF8000", {0xFF, 0x80, 0x00}}, {"ff8000", {0xFF, 0x80, 0x00}}, {"#aBcDeF", {0xAB, 0xCD, 0xEF}},
-        {"#F80", {0xFF, 0x88, 0x00}},    {"#fff", {0xFF, 0xFF, 0xFF}},   {" #000000 ", {0, 0, 0}},
-        {"black", {0, 0, 0}},            {"Silver", {0xC0, 0xC0, 0xC0}}, {"GRAY", {0x80, 0x80, 0x80}},
-        {"fuchsia", {0xFF, 0, 0xFF}},    {"AqUa", {0, 0xFF, 0xFF}},
+        {"#aBcDeF", {0xAB, 0xCD, 0xEF}}, {"#F80", {0xFF, 0x88, 0x00}}, {" #000000 ", {0, 0, 0}},
+        {"Silver", {0xC0, 0xC0, 0xC0}},  {"AqUa", {0, 0xFF, 0xFF}},
     };
     for (const Case& c : cases) {
         RgbColor color{1, 2, 3};
@@ -29,9 +27,7 @@ TEST(HtmlColorTest, ValidTexts) {
 }
 
 TEST(HtmlColorTest, InvalidTexts) {
-    const char* texts[] = {"",        "#",        "fff",      "#ff80",     "#ff80000", "ff800",  "#GG0000",
-                           "#12345g", "grey",     "orange",   "redd",      "re d",     "#-12345", "##ff8000",
-                           "0xFF8000", "rgb(1,2,3)", "#ff 800"};
+    const char* texts[] = {"", "fff", "#ff80", "#ff80000", "#12345g", "grey", "redd", "#-12345", "##ff8000", "#ff 800"};
     for (const char* text : texts) {
         RgbColor color{1, 2, 3};
         EXPECT_EQ(ParseHtmlColor(text, color), -50) << text;

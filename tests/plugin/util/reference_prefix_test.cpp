@@ -14,14 +14,10 @@ TEST(ReferencePrefixTest, FirstMatchingWordWinsAndOnlyTheWordIsCompared) {
     };
     const Case cases[] = {
         {"moviemac:/Users/a.mov", "moviemac"}, {"imagewin:/C:/a.jpg", "imagewin"}, {"filenet:/s/a", "filenet"},
-        {"file:./a.wav", "file"},
         // The loose match: the character after the word is the caller's business.
-        {"moviemacX...", "moviemac"},          {"movieX", "movie"},                {"moviemac", "moviemac"},
-        {"filenetwork", "filenet"},            {"filemaker", "file"},              {"images", "image"},
-        {"movie:x", "movie"},
+        {"moviemacX...", "moviemac"},          {"movieX", "movie"},                {"filemaker", "file"},
         // No word: case matters, and the word must come first.
-        {"Movie:a", ""},                       {"FILE:a", ""},                     {" file:a", ""},
-        {"mov", ""},                           {"", ""},                           {"/Users/a.jpg", ""},
+        {"Movie:a", ""},                       {" file:a", ""},                    {"mov", ""},
     };
     for (const Case& c : cases) EXPECT_EQ(ReferencePrefix(c.text), c.word) << c.text;
 }

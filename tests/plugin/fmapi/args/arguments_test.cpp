@@ -47,8 +47,7 @@ TEST(Arguments, BooleanWords) {
         bool value;
     };
     const Case cases[] = {
-        {"YES", true}, {"Ja", true}, {"o", true}, {"1", true}, {"TRUE", true},
-        {"nein", false}, {"", false}, {"2", false}, {"yes ", false}, {"0", false},
+        {"YES", true}, {"Ja", true}, {"o", true}, {"TRUE", true}, {"nein", false}, {"2", false}, {"yes ", false},
     };
     for (const auto& c : cases) {
         auto args = Args({Text(c.word)});
@@ -73,7 +72,6 @@ TEST_F(LegacyResultTest, TypeCodes) {
         {Text("JPEG|PNGf"), 0, 0x4A504547, ""},
         {Text(""), 0, 0, ""},
         {Text("JPG"), 1, 0, "$20101:Image type code must be exactly 4 characters, empty, or start a list of items"},
-        {Text("JPEGs"), 1, 0, "$20101:Image type code must be exactly 4 characters, empty, or start a list of items"},
         {vdhost::makeNumber(1234), 1, 0, "$20102:Image type code must be text"},
     };
     for (const auto& c : cases) {
@@ -106,7 +104,6 @@ TEST_F(LegacyResultTest, CountMessages) {
     const Case cases[] = {
         {1, 0, "$20100:Requires no parameters"},
         {0, 1, "$20100:Requires exactly one parameter"},
-        {2, 3, "$20100:Requires exactly 3 parameters"},
         {4, 3, "$20100:Requires exactly 3 parameters"},
     };
     for (const auto& c : cases) {

@@ -1,9 +1,9 @@
-// JPEG encoding of drawn pictures and decoding of picture bytes, through libvips.
+// JPEG encoding and decoding through libvips: what they refuse. (Round trips of real pictures are
+// the waveform function's tests.)
 #include "platform/graphics/jpeg_codec.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <string>
 
 namespace vdtest {
@@ -13,35 +13,6 @@ using vd::platform::DecodedImage;
 using vd::platform::DecodeImage;
 using vd::platform::EncodeJpeg;
 using vd::platform::PixelBuffer;
-using vd::platform::Rgba;
-
-bool Near(const uint8_t* rgb, Rgba want) {
-    const int tolerance = 12;  // JPEG keeps flat colours to within a few steps
-    return std::abs(rgb[0] - want.r) <= tolerance && std::abs(rgb[1] - want.g) <= tolerance &&
-           std::abs(rgb[2] - want.b) <= tolerance;
-}
-
-TEST(JpegCodec, EncodesTheTopLeftRegionAndDecodesItBack) {
-    auto picture = PixelBuffer::Make(100, 50);
-    ASSERT_TRUE(picture);
-    picture->SetColor({200, 30, 30, 255});
-    picture->FillRect(0, 0, 50, 50);
-    picture->SetColor({20, 40, 220, 255});
-    picture->FillRect(50, 0, 100, 50);
-
-    std::vector<uint8_t> jpeg;
-    ASSERT_EQ(EncodeJpeg(*picture, 99, 49, vd::platform::kJpegBestQuality, jpeg), 0);
-    ASSERT_GT(jpeg.size(), 4u);
-    EXPECT_EQ(jpeg[0], 0xFF);
-    EXPECT_EQ(jpeg[1], 0xD8);
-
-    DecodedImage image;
-    ASSERT_EQ(DecodeImage(jpeg.data(), jpeg.size(), image), 0);
-    EXPECT_EQ(image.width, 99);
-    EXPECT_EQ(image.height, 49);
-    EXPECT_TRUE(Near(image.At(20, 20), {200, 30, 30, 255}));
-    EXPECT_TRUE(Near(image.At(80, 30), {20, 40, 220, 255}));
-}
 
 TEST(JpegCodec, RefusesEmptyOrOversizedRegionsAndUnreadableBytes) {
     auto picture = PixelBuffer::Make(10, 10);

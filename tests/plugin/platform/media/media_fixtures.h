@@ -10,7 +10,6 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -68,18 +67,7 @@ inline std::string SineWav(int64_t frames, int channels, int rate = 44100, int b
     return PcmWav(data, channels, rate, bits);
 }
 
-inline std::string FfmpegPath() {
-    const char* path = std::getenv("PATH");
-    std::string folders = path ? path : "/usr/bin:/bin";
-    for (size_t start = 0; start <= folders.size();) {
-        size_t end = folders.find(':', start);
-        if (end == std::string::npos) end = folders.size();
-        std::filesystem::path candidate = std::filesystem::path(folders.substr(start, end - start)) / "ffmpeg";
-        if (end > start && access(candidate.c_str(), X_OK) == 0) return candidate;
-        start = end + 1;
-    }
-    return "";
-}
+inline std::string FfmpegPath() { return programOnPath("ffmpeg"); }
 
 inline bool HaveFfmpeg() { return !FfmpegPath().empty(); }
 

@@ -8,11 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <chrono>
-#include <cstdlib>
-#include <filesystem>
-#include <thread>
 
 #include <fcntl.h>
 #include <signal.h>
@@ -65,20 +60,9 @@ private:
     std::string display_;
 };
 
-bool XvfbInstalled() {
-    const char* path = std::getenv("PATH");
-    std::string folders = path ? path : "/usr/bin:/bin";
-    for (size_t start = 0; start <= folders.size();) {
-        const size_t end = std::min(folders.find(':', start), folders.size());
-        if (access((folders.substr(start, end - start) + "/Xvfb").c_str(), X_OK) == 0) return true;
-        start = end + 1;
-    }
-    return false;
-}
-
 TEST(GtkDialog, TheFolderChooserAppearsAtTheDefaultFolderAndIsCancelled) {
     const fs::path testModule = fs::path(VD_BUILD_DIR) / "tests" / "ui-gtk-test" / "ui-gtk.so";
-    if (!XvfbInstalled()) GTEST_SKIP() << "Xvfb is not installed";
+    if (programOnPath("Xvfb").empty()) GTEST_SKIP() << "Xvfb is not installed";
     if (!fs::exists(testModule)) GTEST_SKIP() << "the GTK module was not built (no GTK 3)";
 
     TempFolder folder;
