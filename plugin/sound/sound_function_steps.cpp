@@ -4,6 +4,7 @@
 #include "container/sound_container.h"
 #include "fmapi/args/results.h"
 #include "platform/media/mixed_sample_store.h"
+#include "platform/media/movie_from_file.h"
 #include "sound/editing/wav_conversion.h"
 
 namespace vd::sound {
@@ -11,6 +12,9 @@ namespace vd::sound {
 namespace {
 
 constexpr int32_t kParamErr = -50;
+// Five minutes of CD-quality sound (53 MB): a mix of unknown length up to this is held in memory,
+// a longer one is written to a temporary file, so that hour-long sounds do not fill the memory.
+constexpr int64_t kLargestMixInMemory = int64_t(44100) * 60 * 5;
 
 }  // namespace
 
@@ -46,9 +50,17 @@ media::Status RenderResult(media::Movie&& edited, const media::RenderOptions& op
     } else if (media::MixLengthKnown(edited, format)) {
         // Mixed as the result is read: nothing of it is held or written before it is stored.
         if (media::Status s = media::MixOnReadMovie(std::move(edited), options, rendered.movie)) return s;
-    } else {
+    } else if (media::StatedMixFrames(edited, format) <= kLargestMixInMemory) {
         // A resampler or decoder decides the length, which the result's media must state up front.
         if (media::Status s = media::RenderToMemory(edited, options, rendered.movie)) return s;
+    } else {
+        // Too long to hold: it goes to disk and is read from there.
+        step = RenderStep::kTemporaryFile;
+        if (media::Status s = TemporaryFile::Create(".wav", rendered.backing)) return s;
+        step = RenderStep::kWriting;
+        if (media::Status s = WriteMovieAsWav(edited, rendered.backing.Path(), options)) return s;
+        step = RenderStep::kReopening;
+        if (media::Status s = media::MovieFromFile(rendered.backing.Path(), rendered.movie)) return s;
     }
     result = std::move(rendered);
     return media::kNoError;

@@ -46,8 +46,9 @@ struct RenderMessages {
 // options' envelopes applied. A movie whose samples already are those (16-bit stereo 44.1 kHz at
 // full volume, as most edits leave a sound) becomes the result itself; one whose mix has a length
 // known up front is mixed as the result is read, so that it is never held whole; any other is mixed
-// into memory once. No file is made: the result is only read again in the same call. On failure,
-// step says where and nothing is left. -2009 without a sound track, -2008 when it has no media.
+// once, into memory when it is a few minutes long, else into a temporary WAV file that the result
+// then owns and reads. On failure, step says where and nothing is left. -2009 without a sound
+// track, -2008 when it has no media.
 media::Status RenderResult(media::Movie&& edited, const media::RenderOptions& options, SoundMovie& result,
                            RenderStep& step);
 

@@ -8,12 +8,17 @@
 // sounds) scale their samples themselves. Volumes are 8.8 fixed (256 = unity); 0 and negative
 // volumes and disabled tracks are silent but still count in the length of the result.
 //
-// Threads: a source reads through readers of its own over the sample stores its movie shares
-// with others, so several sources of one movie may run on several threads at once, each source on
-// one thread at a time (DevicePull below serialises the calls of its own). A failure's detail text
-// (LastMediaErrorDetail) is kept per thread, so a source read from another thread leaves the
-// calling thread's error object and function state alone: the thread that owns the function call
-// asks the source for its status and reports it there.
+// Threads:
+//  - Each thread reads through a reader of its own (a source holds one per track) over the sample
+//    stores its movie shares with other movies: stores of bytes in memory or a file serve any
+//    number of readers at once, and the stores that keep a cursor (a mix made on read, a mix of two
+//    sounds) take turns behind a lock. A decoding store keeps its decoder's place and belongs to
+//    one source at a time.
+//  - A source belongs to one thread at a time; DevicePull serialises the calls of a device's thread.
+//  - The error object and all of a function's state belong to the thread that runs the function
+//    call. A failure's detail text (LastMediaErrorDetail) is kept per thread, so a source read on
+//    another thread never reaches them: that thread keeps the status, and the calling thread asks
+//    for it (DevicePull::LastStatus) and reports it.
 #pragma once
 
 #include "platform/media/errors.h"
