@@ -1,33 +1,38 @@
 #!/usr/bin/env bash
 # Runs the benchmarks of a build and writes their reports into out/bench/.
-#   bench/run.sh [BUILD_DIR]
+#   bench/run.sh [BUILD_DIR [BENCH...]]   e.g. bench/run.sh build sound_editing
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=${1:-build}
+shift || true
+only=" $* "
 mkdir -p out/bench
 
-if [ -x "$build/bin/host_call_bench" ]; then
+# Whether the named benchmark was asked for (all of them when none was named) and was built.
+wanted() { [ -x "$build/bin/$1_bench" ] && { [ "$only" = "  " ] || [[ "$only" == *" $1 "* ]]; }; }
+
+if wanted host_call; then
   echo "== calls of a trivial plug-in function through the host (target: >= 200,000/s)"
   "$build/bin/host_call_bench" --benchmark_repetitions=5 --benchmark_report_aggregates_only=true \
     --benchmark_out=out/bench/host_calls.json --benchmark_out_format=json | tee out/bench/host_calls.txt
 fi
 
-if [ -x "$build/bin/file_functions_bench" ]; then
+if wanted file_functions; then
   echo "== folder listing and tree delete through the host (targets: <= 2.0 x ls -f, <= 1.2 x rm -rf)"
   "$build/bin/file_functions_bench" "$build/plugins" | tee out/bench/file_functions.txt
 fi
 
-if [ -x "$build/bin/sound_synthesis_bench" ]; then
+if wanted sound_synthesis; then
   echo "== Vandrel_CreateSound of 60 s through vdhost against sox synth (target: ratio <= 1.0), and start-up (target: <= 40 ms)"
   "$build/bin/sound_synthesis_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/sound_synthesis.txt
 fi
 
-if [ -x "$build/bin/sound_editing_bench" ]; then
+if wanted sound_editing; then
   echo "== amplify, normalize, append, mix, extract and fade of 10-minute sounds through vdhost against sox and ffmpeg (target: ratio <= 1.0 of the faster)"
   "$build/bin/sound_editing_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/sound_editing.txt
 fi
 
-if [ -x "$build/bin/waveform_bench" ]; then
+if wanted waveform; then
   echo "== Vandrel_DrawWaveform 1800 x 280 of a 10-minute WAV through vdhost against ffmpeg showwavespic (target: ratio <= 0.2)"
   "$build/bin/waveform_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/waveform.txt
 fi

@@ -32,8 +32,9 @@ inline double Median(std::vector<double> values) {
 inline double Seconds(Clock::duration d) { return std::chrono::duration<double>(d).count(); }
 
 // Wall time of one run in seconds, its output thrown away; negative when it could not start or failed.
-// peakKilobytes, when given, receives the run's peak resident memory.
-inline double Run(const std::vector<std::string>& args, long* peakKilobytes = nullptr) {
+// peakKilobytes, when given, receives the run's peak resident memory, and cpuSeconds its user and
+// system time (which other work on a shared machine disturbs less than the wall time).
+inline double Run(const std::vector<std::string>& args, long* peakKilobytes = nullptr, double* cpuSeconds = nullptr) {
     std::vector<char*> argv;
     for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
     argv.push_back(nullptr);
@@ -51,6 +52,8 @@ inline double Run(const std::vector<std::string>& args, long* peakKilobytes = nu
     wait4(pid, &status, 0, &usage);
     const double seconds = Seconds(Clock::now() - start);
     if (peakKilobytes) *peakKilobytes = usage.ru_maxrss;
+    auto timeOf = [](const timeval& t) { return double(t.tv_sec) + double(t.tv_usec) / 1e6; };
+    if (cpuSeconds) *cpuSeconds = timeOf(usage.ru_utime) + timeOf(usage.ru_stime);
     return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? seconds : -1;
 }
 

@@ -21,13 +21,17 @@ constexpr uint64_t kMaxStreamSamples = 0xFFFFFFFFull - kSoundSamplesOffset;  // 
 int32_t SoundResourceOfMovie(const media::Movie& movie, std::vector<uint8_t>& stream) {
     const media::Track* track = movie.FirstSoundTrack();
     if (!track) return media::kInvalidTrack;
-    std::vector<uint8_t> samples;
-    if (media::Status s = media::ConvertToMono8(track->media, kStoredRate, kMaxStreamSamples, samples)) return s;
+    // The samples are converted straight into the stream after room for its header, so the sound is
+    // held once, in its final form.
+    std::vector<uint8_t> made;
     try {
-        stream = BuildSoundResource(samples.data(), samples.size());
+        made.resize(kSoundSamplesOffset);
     } catch (const std::bad_alloc&) {
         return media::kMemoryFull;
     }
+    if (media::Status s = media::ConvertToMono8(track->media, kStoredRate, kMaxStreamSamples, made)) return s;
+    WriteSoundResourceHeader(made.data(), made.size() - kSoundSamplesOffset);
+    stream = std::move(made);
     return 0;
 }
 

@@ -2,6 +2,8 @@
 
 #include "container/stream_types.h"
 
+#include <algorithm>
+
 namespace vd::container {
 
 namespace {
@@ -85,9 +87,11 @@ int32_t FindHeader(const Reader& r, size_t& header) {
 
 }  // namespace
 
-std::vector<uint8_t> BuildSoundResource(const uint8_t* samples, size_t count, uint32_t rate) {
+namespace {
+
+std::vector<uint8_t> SoundResourceHeader(size_t count, uint32_t rate, size_t capacity) {
     std::vector<uint8_t> b;
-    b.reserve(kSoundSamplesOffset + count);
+    b.reserve(capacity);
     Put16(b, 1);                         // format 1
     Put16(b, 1);                         // one data format:
     Put16(b, kSampledSynth);             //   sampled sound
@@ -103,8 +107,20 @@ std::vector<uint8_t> BuildSoundResource(const uint8_t* samples, size_t count, ui
     Put32(b, 0);                         // loop end
     b.push_back(kStandardEncode);
     b.push_back(0);                      // base note
+    return b;
+}
+
+}  // namespace
+
+std::vector<uint8_t> BuildSoundResource(const uint8_t* samples, size_t count, uint32_t rate) {
+    std::vector<uint8_t> b = SoundResourceHeader(count, rate, kSoundSamplesOffset + count);
     b.insert(b.end(), samples, samples + count);
     return b;
+}
+
+void WriteSoundResourceHeader(uint8_t* header, size_t count, uint32_t rate) {
+    const std::vector<uint8_t> b = SoundResourceHeader(count, rate, kSoundSamplesOffset);
+    std::copy(b.begin(), b.end(), header);
 }
 
 int32_t ParseSoundResource(std::span<const uint8_t> stream, SoundResourceLayout& layout) {

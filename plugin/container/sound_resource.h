@@ -24,6 +24,10 @@ inline constexpr int32_t kCorruptDescription = -2001;
 // The resource for count 8-bit unsigned mono samples at rate (16.16).
 std::vector<uint8_t> BuildSoundResource(const uint8_t* samples, size_t count, uint32_t rate = kSoundRate44100);
 
+// Its first kSoundSamplesOffset bytes, written over the start of header: for streams whose samples
+// are made in place after it.
+void WriteSoundResourceHeader(uint8_t* header, size_t count, uint32_t rate = kSoundRate44100);
+
 // Where the samples of a resource lie and how to read them.
 struct SoundResourceLayout {
     uint32_t rate = 0;         // 16.16

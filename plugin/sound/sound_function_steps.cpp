@@ -3,6 +3,7 @@
 #include "container/movie_parameter.h"
 #include "container/sound_container.h"
 #include "fmapi/args/results.h"
+#include "platform/media/mixed_sample_store.h"
 #include "platform/media/movie_from_file.h"
 #include "sound/editing/wav_conversion.h"
 
@@ -11,6 +12,9 @@ namespace vd::sound {
 namespace {
 
 constexpr int32_t kParamErr = -50;
+// Five minutes of CD-quality sound (53 MB): a mix of unknown length up to this is held in memory,
+// a longer one is written to a temporary file, so that hour-long sounds do not fill the memory.
+constexpr int64_t kLargestMixInMemory = int64_t(44100) * 60 * 5;
 
 }  // namespace
 
@@ -35,18 +39,29 @@ int32_t SoundParameter(const FMX_DataVect* args, uint32_t index, PcmNeed need, S
 
 media::Status RenderResult(media::Movie&& edited, const media::RenderOptions& options, SoundMovie& result,
                            RenderStep& step) {
-    SoundMovie rendered;
-    if (media::RendersAsCopy(edited, media::CdQualityWav(), options)) {
-        rendered.movie = std::move(edited);
-        result = std::move(rendered);
-        return media::kNoError;
-    }
-    step = RenderStep::kTemporaryFile;
-    if (media::Status s = TemporaryFile::Create(".wav", rendered.backing)) return s;
     step = RenderStep::kWriting;
-    if (media::Status s = WriteMovieAsWav(edited, rendered.backing.Path(), options)) return s;
-    step = RenderStep::kReopening;
-    if (media::Status s = media::MovieFromFile(rendered.backing.Path(), rendered.movie)) return s;
+    const media::Track* sound = edited.FirstSoundTrack();
+    if (!sound) return media::MediaFailure(media::kInvalidTrack, "the movie has no sound track");
+    if (sound->media.Descriptions().empty()) return media::MediaFailure(media::kInvalidMedia, "the sound track has no media");
+    SoundMovie rendered;
+    const media::OutputFormat format = media::CdQualityWav();
+    if (media::RendersAsCopy(edited, format, options)) {
+        rendered.movie = std::move(edited);
+    } else if (media::MixLengthKnown(edited, format)) {
+        // Mixed as the result is read: nothing of it is held or written before it is stored.
+        if (media::Status s = media::MixOnReadMovie(std::move(edited), options, rendered.movie)) return s;
+    } else if (media::StatedMixFrames(edited, format) <= kLargestMixInMemory) {
+        // A resampler or decoder decides the length, which the result's media must state up front.
+        if (media::Status s = media::RenderToMemory(edited, options, rendered.movie)) return s;
+    } else {
+        // Too long to hold: it goes to disk and is read from there.
+        step = RenderStep::kTemporaryFile;
+        if (media::Status s = TemporaryFile::Create(".wav", rendered.backing)) return s;
+        step = RenderStep::kWriting;
+        if (media::Status s = WriteMovieAsWav(edited, rendered.backing.Path(), options)) return s;
+        step = RenderStep::kReopening;
+        if (media::Status s = media::MovieFromFile(rendered.backing.Path(), rendered.movie)) return s;
+    }
     result = std::move(rendered);
     return media::kNoError;
 }

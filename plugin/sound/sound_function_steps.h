@@ -1,7 +1,7 @@
 // The steps every sound-editing function takes around its own work, in this order: the argument
 // becomes a sound movie (converted into a temporary WAV file when its samples are not PCM the
-// function processes), the work makes a new movie, and that movie is written to a temporary WAV
-// file, opened again and stored as the container result. The temporary files belong to owner
+// function processes), the work makes a new movie, and that movie is mixed to CD quality and
+// stored as the container result. The temporary files belong to owner
 // objects (SoundMovie, TemporaryFile), so they are gone when the function returns, whichever step
 // failed.
 #pragma once
@@ -42,16 +42,17 @@ struct RenderMessages {
     }
 };
 
-// The edited movie (consumed) written to a new temporary WAV file with the options' envelopes and
-// opened again as result, which then owns the file. On failure, step says where and nothing is
-// left. A movie whose rendering would copy its samples unchanged (16-bit stereo 44.1 kHz at full
-// volume, as most edits leave a sound) already is that file's content: it becomes the result
-// itself, and the copy through the disk is saved.
+// The edited movie (consumed) as a movie of 44100 Hz, 16-bit stereo 'sowt' samples with the
+// options' envelopes applied. A movie whose samples already are those (16-bit stereo 44.1 kHz at
+// full volume, as most edits leave a sound) becomes the result itself; one whose mix has a length
+// known up front is mixed as the result is read, so that it is never held whole; any other is mixed
+// once, into memory when it is a few minutes long, else into a temporary WAV file that the result
+// then owns and reads. On failure, step says where and nothing is left. -2009 without a sound
+// track, -2008 when it has no media.
 media::Status RenderResult(media::Movie&& edited, const media::RenderOptions& options, SoundMovie& result,
                            RenderStep& step);
 
-// The edited movie as the container result, by way of a temporary WAV file that is removed
-// afterwards. 0 or the failure's code; the result is untouched on failure.
+// The edited movie, mixed as RenderResult mixes it, as the container result. 0 or the failure's code; the result is untouched on failure.
 int32_t StoreSoundResult(FMX_Data* result, media::Movie&& edited);
 
 // The two sound arguments of a function that combines sounds, with the messages for either.

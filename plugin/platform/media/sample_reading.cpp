@@ -125,8 +125,7 @@ Status ReadFramesFloat(const Media& media, int64_t firstFrame, int64_t frameCoun
     return ReadFrames(media, firstFrame, frameCount, out);
 }
 
-Status ReadStoredBytes(const Media& media, int64_t firstFrame, int64_t frameCount, std::vector<uint8_t>& out) {
-    out.clear();
+Status CheckStoredBytes(const Media& media, int64_t firstFrame, int64_t& frameCount) {
     int channels = 0;
     if (Status s = CheckRange(media, firstFrame, frameCount, 1, channels)) return s;
     const SampleDescription& first = media.Descriptions().front();
@@ -134,26 +133,40 @@ Status ReadStoredBytes(const Media& media, int64_t firstFrame, int64_t frameCoun
     if (bytesPerFrame == 0) return MediaFailure(kBadSampleFormat, "compressed sound has no PCM bytes");
     if (uint64_t(frameCount) * uint64_t(bytesPerFrame) > kMaxReadBytes)
         return SoundTooLarge("too many samples for one read");
-    auto pieces = PiecesOf(media, firstFrame, frameCount);
-    for (const Piece& piece : pieces) {
+    for (const Piece& piece : PiecesOf(media, firstFrame, frameCount)) {
         const SampleDescription& d = DescriptionOf(media, *piece.run);
         if (!piece.run->store->ByteAddressable() || d.dataFormat != first.dataFormat ||
             d.sampleSize != first.sampleSize || d.bigEndian != first.bigEndian)
             return MediaFailure(kBadSampleFormat, "the sound's samples are not all in one PCM format");
     }
+    return kNoError;
+}
+
+Status ReadStoredBytesInto(const Media& media, int64_t firstFrame, int64_t frameCount, uint8_t* out) {
+    const int bytesPerFrame = BytesPerFrame(media.Descriptions().front());
     try {
-        out.resize(size_t(frameCount) * size_t(bytesPerFrame));
+        for (const Piece& piece : PiecesOf(media, firstFrame, frameCount)) {
+            const size_t bytes = size_t(piece.frames) * size_t(bytesPerFrame);
+            if (Status s = piece.run->store->ReadBytes(piece.firstInStore * bytesPerFrame, bytes, out)) return s;
+            out += bytes;
+        }
     } catch (const std::bad_alloc&) {
         return MediaFailure(kMemoryFull, "no memory for the samples");
     }
-    size_t at = 0;
-    for (const Piece& piece : pieces) {
-        const size_t bytes = size_t(piece.frames) * size_t(bytesPerFrame);
-        if (Status s = piece.run->store->ReadBytes(piece.firstInStore * bytesPerFrame, bytes, out.data() + at)) {
-            out.clear();
-            return s;
-        }
-        at += bytes;
+    return kNoError;
+}
+
+Status ReadStoredBytes(const Media& media, int64_t firstFrame, int64_t frameCount, std::vector<uint8_t>& out) {
+    out.clear();
+    if (Status s = CheckStoredBytes(media, firstFrame, frameCount)) return s;
+    try {
+        out.resize(size_t(frameCount) * size_t(BytesPerFrame(media.Descriptions().front())));
+    } catch (const std::bad_alloc&) {
+        return MediaFailure(kMemoryFull, "no memory for the samples");
+    }
+    if (Status s = ReadStoredBytesInto(media, firstFrame, frameCount, out.data())) {
+        out.clear();
+        return s;
     }
     return kNoError;
 }

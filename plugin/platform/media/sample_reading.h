@@ -25,6 +25,11 @@ Status ReadFramesFloat(const Media& media, int64_t firstFrame, int64_t frameCoun
 // kBadSampleFormat for compressed sound or a media of mixed formats.
 Status ReadStoredBytes(const Media& media, int64_t firstFrame, int64_t frameCount, std::vector<uint8_t>& out);
 
+// ReadStoredBytes's checks alone, frameCount clipped as it clips it: for readers that go on to read
+// the range a block at a time into buffers of their own with ReadStoredBytesInto.
+Status CheckStoredBytes(const Media& media, int64_t firstFrame, int64_t& frameCount);
+Status ReadStoredBytesInto(const Media& media, int64_t firstFrame, int64_t frameCount, uint8_t* out);
+
 // Reads a media's frames in order, block after block, as floats: how a render walks a track
 // without holding it whole.
 class SequentialFrameReader {

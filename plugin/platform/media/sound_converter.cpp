@@ -2,6 +2,7 @@
 // as 16-bit blocks and mixed down in one pass; other rates go through floats and the resampler.
 #include "platform/media/sound_converter.h"
 
+#include "platform/media/huge_pages.h"
 #include "platform/media/pcm_conversion.h"
 #include "platform/media/movie_time.h"
 #include "platform/media/resampler.h"
@@ -81,7 +82,6 @@ Status OtherRate(const Media& media, int channels, int32_t outRate, std::vector<
 }  // namespace
 
 Status ConvertToMono8(const Media& media, int32_t outRate, uint64_t maxBytes, std::vector<uint8_t>& out) {
-    out.clear();
     if (media.Descriptions().empty() || media.Duration() == 0) return kNoError;
     if (outRate <= 0) return MediaFailure(kBadParameter, "no output rate");
     const int channels = media.Descriptions().front().numberOfChannels;
@@ -89,15 +89,20 @@ Status ConvertToMono8(const Media& media, int32_t outRate, uint64_t maxBytes, st
     const int64_t expected = ConvertTimeScale(media.Duration(), media.timeScale, outRate);
     if (expected < 0 || uint64_t(expected) > maxBytes)
         return SoundTooLarge("the sound is too long to store in a container");
+    const size_t before = out.size();
     try {
-        out.reserve(size_t(expected) + 1024);
+        out.reserve(before + size_t(expected) + 1024);
+        AdviseHugePages(out.data() + before, out.capacity() - before);
         Status s = media.timeScale == outRate ? SameRate(media, channels, out) : OtherRate(media, channels, outRate, out);
-        if (s) return s;
+        if (s) {
+            out.resize(before);
+            return s;
+        }
     } catch (const std::bad_alloc&) {
-        out.clear();
+        out.resize(before);
         return MediaFailure(kMemoryFull, "no memory for the converted sound");
     }
-    if (out.size() > maxBytes) out.resize(size_t(maxBytes));
+    if (out.size() - before > maxBytes) out.resize(before + size_t(maxBytes));
     return kNoError;
 }
 

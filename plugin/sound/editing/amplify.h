@@ -21,9 +21,10 @@ inline constexpr float kNormalizeLimit = -1.0f;
 media::Status AmplifySamples(std::span<uint8_t> bytes, const media::SampleDescription& description, float gain,
                              float limit);
 
-// The first sound track of source with all its samples amplified, as a new movie in memory with
-// one sound track of the same time scale. -2009 without a sound track; AmplifySamples's codes;
-// -108 when the samples cannot be held.
+// The first sound track of source with all its samples amplified, as a new movie with one sound
+// track of the same time scale whose samples are scaled as they are read (normalizing reads the
+// source once first, for its peak). -2009 without a sound track; AmplifySamples's codes; -108 when
+// the samples are more than one read may hold.
 media::Status AmplifyMovie(const media::Movie& source, float gain, float limit, media::Movie& amplified);
 
 }  // namespace vd::sound

@@ -6,15 +6,14 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <memory>
+#include <mutex>
 #include <new>
 #include <vector>
 
 namespace vd::sound {
 
 namespace {
-
-constexpr int64_t kBlockFrames = 44100;
-constexpr media::Status kBlocksDiffer = -1;
 
 uint16_t Swapped(uint16_t v) { return uint16_t(v >> 8 | v << 8); }
 
@@ -36,6 +35,54 @@ const media::Track* SoundTrackOf(const media::Movie& movie) {
     const media::Track* track = movie.FirstSoundTrack();
     return track && !track->media.Descriptions().empty() ? track : nullptr;
 }
+
+// The mix as it is read: the average of both sounds over the frames they share, then the longer
+// one's own frames. Both sources' stores are shared, so their movies may go first.
+class MixedPairStore final : public media::SampleStore {
+public:
+    MixedPairStore(media::Media one, media::Media two, bool firstIsLonger, int64_t common, int64_t total,
+                   const media::SampleDescription& description)
+        : one_(std::move(one)), two_(std::move(two)), firstIsLonger_(firstIsLonger), common_(common), total_(total),
+          description_(description), bytesPerFrame_(media::BytesPerFrame(description)) {}
+
+    bool ByteAddressable() const override { return true; }
+
+    media::Status ReadBytes(int64_t byteOffset, size_t size, uint8_t* out) const override {
+        const int64_t first = byteOffset / bytesPerFrame_, count = int64_t(size) / bytesPerFrame_;
+        if (byteOffset < 0 || byteOffset % bytesPerFrame_ != 0 || int64_t(size) % bytesPerFrame_ != 0 ||
+            first > total_ || count > total_ - first)
+            return media::MediaFailure(media::kEndOfFile, "read past the mix");
+        const int64_t averaged = std::max<int64_t>(0, std::min(first + count, common_) - first);
+        if (averaged > 0) {
+            const size_t bytes = size_t(averaged * bytesPerFrame_);
+            std::lock_guard<std::mutex> lock(mutex_);  // the scratch block is shared by the readers
+            try {
+                scratch_.resize(bytes);
+            } catch (const std::bad_alloc&) {
+                return media::MediaFailure(media::kMemoryFull, "no memory for the mix");
+            }
+            if (media::Status s = media::ReadStoredBytesInto(one_, first, averaged, scratch_.data())) return s;
+            if (media::Status s = media::ReadStoredBytesInto(two_, first, averaged, out)) return s;
+            if (media::Status s = AverageSamples(scratch_, {out, bytes}, description_)) return s;
+        }
+        if (averaged < count) {
+            const media::Media& longer = firstIsLonger_ ? one_ : two_;
+            if (media::Status s = media::ReadStoredBytesInto(longer, first + averaged, count - averaged,
+                                                             out + averaged * bytesPerFrame_))
+                return s;
+        }
+        return media::kNoError;
+    }
+
+private:
+    media::Media one_, two_;
+    bool firstIsLonger_;
+    int64_t common_, total_;
+    media::SampleDescription description_;
+    int64_t bytesPerFrame_;
+    mutable std::mutex mutex_;
+    mutable std::vector<uint8_t> scratch_;
+};
 
 }  // namespace
 
@@ -72,36 +119,29 @@ media::Status MixSounds(const media::Movie& first, const media::Movie& second, m
     if (uint64_t(total) > media::kMaxReadBytes / unsigned(bytesPerFrame))
         return media::SoundTooLarge("the mix is too long to hold");
 
-    try {
-        // The result is made in one buffer of its final size: growing it block by block would need
-        // twice the memory at the moment it moves.
-        std::vector<uint8_t> out(size_t(total) * size_t(bytesPerFrame));
-        std::vector<uint8_t> block1, block2;
-        for (int64_t at = 0; at < common; at += kBlockFrames) {
-            const int64_t frames = std::min(kBlockFrames, common - at);
-            if (media::Status s = media::ReadStoredBytes(one->media, at, frames, block1)) return s;
-            if (media::Status s = media::ReadStoredBytes(two->media, at, frames, block2)) return s;
-            const int bpf1 = media::BytesPerFrame(one->media.Descriptions().front());
-            if (bpf1 == 0 || block1.size() / size_t(bpf1) != block2.size() / size_t(bytesPerFrame))
-                return media::MediaFailure(kBlocksDiffer, "the sounds gave blocks of different lengths");
-            if (block1.size() != block2.size())
-                return media::MediaFailure(media::kBadParameter, "the sounds' frames differ in size");
-            if (media::Status s = AverageSamples(block1, block2, description)) return s;
-            std::memcpy(out.data() + size_t(at) * size_t(bytesPerFrame), block2.data(), block2.size());
-        }
-        if (BytesPerFrame(longer->media.Descriptions().front()) != bytesPerFrame)
+    // Everything that could refuse the mix is checked here, before a sample is read: the mix itself
+    // is made as it is read.
+    if (common > 0) {
+        int64_t frames = common;
+        if (media::Status s = media::CheckStoredBytes(one->media, 0, frames)) return s;
+        if (media::Status s = media::CheckStoredBytes(two->media, 0, frames)) return s;
+        if (media::BytesPerFrame(one->media.Descriptions().front()) != bytesPerFrame)
             return media::MediaFailure(media::kBadParameter, "the sounds' frames differ in size");
-        for (int64_t at = common; at < total; at += kBlockFrames) {
-            const int64_t frames = std::min(kBlockFrames, total - at);
-            if (media::Status s = media::ReadStoredBytes(longer->media, at, frames, block1)) return s;
-            std::memcpy(out.data() + size_t(at) * size_t(bytesPerFrame), block1.data(), block1.size());
-        }
+        if (media::Status s = AverageSamples({}, {}, description)) return s;
+    }
+    if (BytesPerFrame(longer->media.Descriptions().front()) != bytesPerFrame)
+        return media::MediaFailure(media::kBadParameter, "the sounds' frames differ in size");
+    int64_t rest = total - common;
+    if (rest > 0)
+        if (media::Status s = media::CheckStoredBytes(longer->media, common, rest)) return s;
 
+    try {
         media::Movie made;
         if (media::Status s = media::NewMemorySoundMovie(two->media.timeScale, made)) return s;
         media::Track& track = *made.FirstSoundTrack();
         if (common == 0) track.media.timeScale = longer->media.timeScale;
-        if (media::Status s = track.media.AdoptSamples(description, std::move(out), total)) return s;
+        auto store = std::make_shared<MixedPairStore>(one->media, two->media, longer == one, common, total, description);
+        if (media::Status s = track.media.AppendRun(media::SampleRun{std::move(store), 0, total, 1}, description)) return s;
         track.InsertMedia(0);
         mixed = std::move(made);
     } catch (const std::bad_alloc&) {

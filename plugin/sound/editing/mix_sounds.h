@@ -16,10 +16,11 @@ namespace vd::sound {
 // other formats and for other than one or two channels.
 media::Status AverageSamples(std::span<const uint8_t> a, std::span<uint8_t> b, const media::SampleDescription& description);
 
-// The mix of the first sound tracks of both, as a new movie in memory (one track of the second
-// sound's rate and sample description; where nothing is averaged, the longer sound's). Read and
-// averaged in blocks of at most a second at 44.1 kHz. -1 when the two give blocks of different
-// lengths, -50 when their frames differ in size (mono with stereo), -2009 without a sound track.
+// The mix of the first sound tracks of both, as a new movie (one track of the second sound's rate
+// and sample description; where nothing is averaged, the longer sound's) whose samples are averaged
+// as they are read, so that the mix is never held whole. -50 when their frames differ in size (mono
+// with stereo), -2009 without a sound track, -2001 for samples that are not all stored PCM of one
+// format.
 media::Status MixSounds(const media::Movie& first, const media::Movie& second, media::Movie& mixed);
 
 }  // namespace vd::sound
