@@ -42,7 +42,7 @@ std::pair<std::string, std::string> fieldName(const std::string& text) {
 
 void showResult(const FMX_Data& value, const Options& o) {
     std::cout << displayText(value, o.raw) << '\n';
-    if (o.outFile) writeFileAtomically(*o.outFile, outputBytes(value, o.raw));
+    if (o.outFile) writeFileAtomically(*o.outFile, *outputBytes(value, o.raw));
 }
 
 std::string flagsText(uint32_t flags) {

@@ -124,7 +124,7 @@ void ScriptRunner::runStatement(const std::u16string& statement, int line) {
             if (path.empty() || at >= body.size())
                 throw fail(ScriptError::Kind::Syntax, "write needs a path and a calculation");
             FMX_Data value = evaluateFrom(at);
-            writeFileAtomically(utf16ToUtf8(path), outputBytes(value, raw_));
+            writeFileAtomically(utf16ToUtf8(path), *outputBytes(value, raw_));
             return;
         }
         if (startsWithWord(body, u"define")) {

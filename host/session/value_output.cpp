@@ -42,12 +42,12 @@ std::string displayText(const FMX_Data& value, bool raw) {
     return raw ? text : showLineBreaks(std::move(text));
 }
 
-Bytes outputBytes(const FMX_Data& value, bool raw) {
+std::shared_ptr<const Bytes> outputBytes(const FMX_Data& value, bool raw) {
     if (isContainer(value))
         for (const auto& s : value.binary.streams)
-            if (s.type != kFnamType && s.type != kSizeType) return *s.bytes;
+            if (s.type != kFnamType && s.type != kSizeType) return s.bytes;
     std::string text = raw ? utf8Of(value) : showLineBreaks(utf8Of(value));
-    return Bytes(text.begin(), text.end());
+    return std::make_shared<const Bytes>(text.begin(), text.end());
 }
 
 void writeFileAtomically(const fs::path& path, const Bytes& bytes) {

@@ -4,6 +4,7 @@
 #include "api/objects.h"
 
 #include <filesystem>
+#include <memory>
 #include <string>
 
 namespace vdhost {
@@ -15,8 +16,9 @@ std::string displayText(const FMX_Data& value, bool raw);
 
 // The bytes --out and the script's write statement put into a file: a container's first stream
 // ("FNAM" and "SIZE" skipped), otherwise the text in UTF-8 with its carriage returns as line feeds,
-// as the terminal shows it, unless raw.
-Bytes outputBytes(const FMX_Data& value, bool raw);
+// as the terminal shows it, unless raw. A container's stream is shared, not copied: results of
+// hundreds of megabytes are written straight from the value.
+std::shared_ptr<const Bytes> outputBytes(const FMX_Data& value, bool raw);
 
 // Writes through a temporary file in the same folder and renames it into place, so that a failure
 // never leaves a half-written target. Throws std::runtime_error with a readable message.
