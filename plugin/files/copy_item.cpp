@@ -16,7 +16,7 @@ std::string LeafOf(const std::string& path) { return path.substr(path.rfind('/')
 
 }  // namespace
 
-FileOutcome CopyItem(const PathArgument& sourceArgument, const PathArgument& destinationArgument, bool replace) {
+fmapi::Outcome CopyItem(const PathArgument& sourceArgument, const PathArgument& destinationArgument, bool replace) {
     const std::string base = DefaultFolder();
     const ResolvedItem source = ResolveFilePath(sourceArgument, base);
     if (!source.Exists()) return FailedToResolve(source, "Source item not found");

@@ -12,7 +12,7 @@ constexpr const char* kFailed = "CreateFolder failed";
 
 }  // namespace
 
-FileOutcome CreateFolder(const PathArgument& argument, const std::string& name) {
+fmapi::Outcome CreateFolder(const PathArgument& argument, const std::string& name) {
     const ResolvedItem parent = ResolveFilePath(argument, DefaultFolder());
     if (!parent.Exists()) return FailedToResolve(parent, kFailed);
     const platform::fs::ItemProbe probe = platform::fs::ProbeItem(parent.Path());

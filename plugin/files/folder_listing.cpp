@@ -30,7 +30,7 @@ void AppendListingLine(std::string& listing, const platform::fs::FolderEntry& en
     listing += entry.name;
 }
 
-FileOutcome ListFolder(const PathArgument& argument, bool listAll) {
+fmapi::Outcome ListFolder(const PathArgument& argument, bool listAll) {
     const ResolvedItem item = ResolveFilePath(argument, DefaultFolder());
     if (!item.Exists()) return FailedToResolve(item, "ListFolder failed");
     const std::string folder = item.Path();

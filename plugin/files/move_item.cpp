@@ -14,7 +14,7 @@ std::string LeafOf(const std::string& path) { return path.substr(path.rfind('/')
 
 }  // namespace
 
-FileOutcome MoveItem(const PathArgument& sourceArgument, const PathArgument& destinationArgument) {
+fmapi::Outcome MoveItem(const PathArgument& sourceArgument, const PathArgument& destinationArgument) {
     const std::string base = DefaultFolder();
     const ResolvedItem source = ResolveFilePath(sourceArgument, base);
     if (!source.Exists()) return FailedToResolve(source, "Source item not found");

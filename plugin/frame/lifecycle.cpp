@@ -1,6 +1,5 @@
 #include "frame/lifecycle.h"
 
-#include "fmapi/args/legacy_result.h"
 #include "fmapi/errors/localized_strings.h"
 #include "frame/function_table.h"
 #include "frame/host_version.h"
@@ -81,7 +80,6 @@ intptr_t StartUp(const ExternCallBlock& block) noexcept {
         if (!IsAcceptedHostVersion(gHostVersionCode)) return -2;
         gHostInterfaceVersion = block.extnVersion;
 
-        KeepMemoryCallbacks(block);
         // What is made here stays until shut-down even when a later check fails.
         if (!StartMediaLayer()) return -2;
         if (MakeOffscreenAndCheckMediaLayer() != 0) return -2;
@@ -109,7 +107,6 @@ void ShutDown() noexcept {
     platform::RemoveInterruptCleanup();
     UnregisterAllFunctions();
     ReleaseStartUpResources();
-    ReleaseLegacyResult();
     ForgetLocalizedStrings();
 }
 

@@ -2,22 +2,16 @@
 
 #include "container/movie_parameter.h"
 #include "container/sound_container.h"
-#include "fmapi/args/results.h"
 #include "platform/media/movie_from_file.h"
 #include "sound/editing/wav_conversion.h"
+#include "util/status_codes.h"
 
 namespace vd::sound {
-
-namespace {
-
-constexpr int32_t kParamErr = -50;
-
-}  // namespace
 
 int32_t OpenSoundParameter(const FMX_DataVect* args, uint32_t index, SoundMovie& sound) {
     bool found = false;
     if (int32_t e = container::MovieFromParameter(args, index, sound.movie, found)) return e;
-    return found ? 0 : kParamErr;
+    return found ? 0 : util::kBadParameter;
 }
 
 int32_t SoundParameter(const FMX_DataVect* args, uint32_t index, PcmNeed need, SoundMovie& sound, bool& found) {
@@ -58,17 +52,10 @@ int32_t StoreSoundResult(FMX_Data* result, media::Movie&& edited) {
     return container::StoreMovieAsSound(result, rendered.movie);
 }
 
-int32_t OpenTwoSoundParameters(VDSError& error, const FMX_DataVect* args, FMX_Data* result, SoundMovie& first,
-                               SoundMovie& second) {
-    if (int32_t e = OpenSoundParameter(args, 0, first)) {
-        ReportFailure(error, result, e, "Could not get parameter #1 as sound.");
-        return e;
-    }
-    if (int32_t e = OpenSoundParameter(args, 1, second)) {
-        ReportFailure(error, result, e, "Could not get parameter #2 as sound.");
-        return e;
-    }
-    return 0;
+std::optional<fmapi::Outcome> OpenTwoSoundParameters(const FMX_DataVect* args, SoundMovie& first, SoundMovie& second) {
+    if (int32_t e = OpenSoundParameter(args, 0, first)) return StepFailure(e, "Could not get parameter #1 as sound.");
+    if (int32_t e = OpenSoundParameter(args, 1, second)) return StepFailure(e, "Could not get parameter #2 as sound.");
+    return std::nullopt;
 }
 
 std::string_view StepFailureMessage(int32_t code, std::string_view stepMessage) {
@@ -76,11 +63,8 @@ std::string_view StepFailureMessage(int32_t code, std::string_view stepMessage) 
     return stepMessage;
 }
 
-FMX_ErrCode ReportFailure(VDSError& error, FMX_Data* result, int32_t code, std::string_view message) {
-    message = StepFailureMessage(code, message);
-    error.SetCode(code);
-    if (!message.empty()) error.SetMessage(message);
-    return SetResultUtf8(result, error.StatusText());
+fmapi::Outcome StepFailure(int32_t code, std::string_view message) {
+    return fmapi::Outcome::Failure(code, std::string(StepFailureMessage(code, message)));
 }
 
 }  // namespace vd::sound

@@ -99,5 +99,36 @@ TEST(HandlerDispatch, HostFailuresInsideAHandlerBecomeAStatus) {
         EXPECT_EQ(vd::DispatchCall(unknown, nullptr, nullptr, &result), FMX_ERR_PARAMETER) << unknown;
 }
 
+// Counts the host would refuse reach the dispatch from a host that does not check: each function
+// refuses them under its own name, or as its table row says it reports.
+TEST(HandlerDispatch, CountsOutsideAFunctionsRuleAreRefusedUnderItsName) {
+    const auto dispatch = [](int16_t id, size_t count) {
+        FMX_DataVect args;
+        args.items.assign(count, vdhost::makeTextUtf8("x"));
+        FMX_Data result;
+        EXPECT_EQ(vd::DispatchCall(id, nullptr, &args, &result), 0) << id;
+        return vdhost::utf8Of(result);
+    };
+    int refusing = 0;
+    for (const auto& entry : vd::FunctionTable()) {
+        const vd::CountRule& rule = entry.ownCount;
+        if (!entry.name || rule.status == 0 || entry.reporting == vd::Reporting::kKeepsLastError) continue;
+        const std::string answer = dispatch(entry.id, size_t(rule.min > 0 ? rule.min - 1 : rule.max + 1));
+        EXPECT_EQ(vd::gLastError.Name(), entry.name);
+        EXPECT_EQ(vd::gLastError.Code(), rule.status) << entry.name;
+        if (entry.reporting == vd::Reporting::kStatusText) EXPECT_EQ(answer, vd::gLastError.StatusText());
+        ++refusing;
+    }
+    ASSERT_GT(refusing, 0);
+
+    EXPECT_EQ(dispatch(1, 0), "$-50:Vandrel_Version: Wrong parameter(s).");
+    EXPECT_EQ(dispatch(15, 3), "$-50:Vandrel_ExtractInfo: This function requires 1 or 2 arguments.");
+    EXPECT_EQ(dispatch(27, 3), "");  // DrawWaveform's failures leave the result empty
+    EXPECT_EQ(vd::gLastError.StatusText(), "$-50:Vandrel_DrawWaveform: This function requires at least 4 parameters.");
+    // GetLastError refuses without a name and leaves the outcome it reports on as it was.
+    EXPECT_EQ(dispatch(13, 1), "$20100:Requires no parameters");
+    EXPECT_EQ(vd::gLastError.StatusText(), "$-50:Vandrel_DrawWaveform: This function requires at least 4 parameters.");
+}
+
 }  // namespace
 }  // namespace vdtest

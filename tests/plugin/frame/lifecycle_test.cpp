@@ -119,7 +119,6 @@ TEST(StartUp, RepeatedCyclesInOneProcessLeaveNothingBehind) {
         ASSERT_EQ(plugin.start({}), 52) << cycle;
         EXPECT_EQ(plugin.name(), u"Vandrel");
 
-        // A count check that fails leaves its message in a host memory block...
         const auto* lastError = vdhost::FunctionRegistry::instance().find(u"Vandrel_GetLastError");
         ASSERT_NE(lastError, nullptr);
         FMX_DataVect oneArgument;
@@ -127,12 +126,11 @@ TEST(StartUp, RepeatedCyclesInOneProcessLeaveNothingBehind) {
         FMX_Data result;
         EXPECT_EQ(lastError->handler(13, nullptr, &oneArgument, &result), 0);
         EXPECT_EQ(vdhost::utf8Of(result), "$20100:Requires no parameters");
-        EXPECT_EQ(vdhost::liveMemoryBlocks(), blocksBefore + 1);
 
         plugin.idle(0);
         plugin.idle(3);
         plugin.configure();
-        plugin.shutDown();  // ...which shut-down gives back
+        plugin.shutDown();
         EXPECT_EQ(vdhost::liveMemoryBlocks(), blocksBefore);
     }
     for (const auto* f : vdhost::FunctionRegistry::instance().all()) EXPECT_NE(f->pluginId, kVandrelId);
