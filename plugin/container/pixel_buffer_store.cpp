@@ -12,9 +12,9 @@ namespace vd::container {
 
 int32_t StorePixelBufferAsJpeg(FMX_Data* result, const platform::PixelBuffer& buffer) {
     const int32_t width = buffer.Width() - 1, height = buffer.Height() - 1;
-    if (width < 1 || height < 1) return platform::kGraphicsBadParameter;
+    if (width < 1 || height < 1) return util::kBadParameter;
     std::vector<uint8_t> jpeg;
-    if (platform::GraphicsStatus s = platform::EncodeJpeg(buffer, width, height, platform::kJpegBestQuality, jpeg))
+    if (util::Status s = platform::EncodeJpeg(buffer, width, height, platform::kJpegBestQuality, jpeg))
         return s;
     fmapi::OwnedBinaryData binary(fmapi::NewBinaryData());
     if (FMX_ErrCode e = AddTypedStream(binary.get(), kJpegStream, uint32_t(jpeg.size()), jpeg.data())) return e;

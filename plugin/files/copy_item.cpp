@@ -9,7 +9,6 @@ namespace vd::files {
 
 namespace {
 
-constexpr util::Status kTargetExists = 20200;
 constexpr const char* kFailed = "CopyItem failed";
 
 std::string LeafOf(const std::string& path) { return path.substr(path.rfind('/') + 1); }
@@ -33,7 +32,7 @@ fmapi::Outcome CopyItem(const PathArgument& sourceArgument, const PathArgument& 
     const platform::fs::ItemProbe existing = platform::fs::ProbeItemItself(target);
     if (existing.status != util::kNoError) return Failed(existing.status, kFailed);
     if (existing.kind != platform::fs::ItemKind::Missing && !replace) {
-        return Failed(kTargetExists, "Target file already exists and replace flag is false");
+        return Failed(util::kTargetExists, "Target file already exists and replace flag is false");
     }
     if (const util::Status status = platform::fs::CopyItemTree(source.Path(), target, replace);
         status != util::kNoError) {

@@ -1,7 +1,7 @@
 // Vandrel_CreateAlias's operation.
 #include "files/default_folder.h"
 #include "files/file_operations.h"
-#include "platform/fs/file_status_codes.h"
+#include "util/status_codes.h"
 #include "platform/fs/item_operations.h"
 
 namespace vd::files {
@@ -17,7 +17,7 @@ fmapi::Outcome CreateAlias(const PathArgument& targetArgument, const PathArgumen
     const ResolvedItem target = ResolveFilePath(targetArgument, base);
     if (!target.Exists()) return FailedToResolve(target, "Source item not found");
     const ResolvedItem alias = ResolveFilePath(aliasArgument, base);
-    if (alias.Exists()) return Failed(platform::fs::kAlreadyExists, kFailed);
+    if (alias.Exists()) return Failed(util::kAlreadyExists, kFailed);
     if (!alias.Located()) return FailedToResolve(alias, kFailed);
     // The absolute path, so the alias keeps working wherever it is moved to.
     if (const util::Status status = platform::fs::CreateSymbolicLink(target.Path(), alias.Path());

@@ -2,7 +2,7 @@
 #include "files/default_folder.h"
 #include "files/file_operations.h"
 #include "files/kept_folders.h"
-#include "platform/fs/file_status_codes.h"
+#include "util/status_codes.h"
 #include "platform/fs/item_operations.h"
 #include "platform/fs/tree_delete.h"
 
@@ -21,7 +21,7 @@ fmapi::Outcome DeleteItem(const PathArgument& argument, bool folderFlag) {
     const platform::fs::ItemProbe itself = platform::fs::ProbeItemItself(path);
     if (itself.status != util::kNoError) return Failed(itself.status, "DeleteItem failed");
     if (!folderFlag && itself.kind == platform::fs::ItemKind::Folder) {
-        return Failed(platform::fs::kNotAFile, "folderFlag must be set to delete a directory");
+        return Failed(util::kNotAFile, "folderFlag must be set to delete a directory");
     }
     if (const util::Status status = platform::fs::DeleteItemTree(path); status != util::kNoError) {
         return Failed(status, "DeleteItem failed");

@@ -9,6 +9,7 @@
 #include "platform/common/temporary_file_ledger.h"
 #include "platform/media/media_layer.h"
 #include "platform/common/interrupt_cleanup.h"
+#include "util/status_codes.h"
 
 namespace vd {
 
@@ -40,7 +41,7 @@ void StopMediaLayer() noexcept { gMediaLayerStarted = false; }
 int MakeOffscreenAndCheckMediaLayer() {
     auto& offscreen = OffscreenBuffer();
     offscreen = platform::PixelBuffer::Make(1, 1);
-    if (!offscreen) return -108;
+    if (!offscreen) return util::kMemoryFull;
     if (uint32_t version = platform::MediaLayerVersion(); version != 0 && (version >> 16) < kRequiredMediaVersionHigh)
         return -9999;
     InitWorkaroundSwitches();

@@ -40,7 +40,6 @@ inline constexpr Status kNoSoundStream = -2114;   // a container without a "snd 
 
 inline constexpr Status kContainerData = 555;     // container data where a path belongs
 inline constexpr Status kWrongArgumentCount = 20100;
-inline constexpr Status kTypeCodeMalformed = 20101;
 inline constexpr Status kNotText = 20102;
 inline constexpr Status kUnknownFolderCode = 20103;
 inline constexpr Status kTargetExists = 20200;

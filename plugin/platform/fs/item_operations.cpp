@@ -8,7 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/fs/file_status_codes.h"
+#include "util/status_codes.h"
 
 namespace vd::platform::fs {
 
@@ -43,7 +43,7 @@ util::Status RenameWithoutReplacing(const std::string& from, const std::string& 
     if (errno != EINVAL && errno != ENOSYS) return StatusFromErrno(errno);
     // File systems without the no-replace rename (some network ones): check, then rename. Another
     // process could slip in between; on those file systems nothing closes that gap.
-    if (ProbeItemItself(to).kind != ItemKind::Missing) return kAlreadyExists;
+    if (ProbeItemItself(to).kind != ItemKind::Missing) return util::kAlreadyExists;
     if (::rename(from.c_str(), to.c_str()) != 0) return StatusFromErrno(errno);
     return util::kNoError;
 }

@@ -2,7 +2,7 @@
 
 #include <cerrno>
 
-#include "platform/fs/file_status_codes.h"
+#include "util/status_codes.h"
 
 #include <sys/stat.h>
 
@@ -20,12 +20,12 @@ util::Status StatusFromErrno(int error) {
         case ENOMEM: return util::kMemoryFull;
         // Item operations meet these; each has a code users already know from the message table.
         case EEXIST:
-        case ENOTEMPTY: return kAlreadyExists;
+        case ENOTEMPTY: return util::kAlreadyExists;
         case ENOSPC:
-        case EDQUOT: return kDiskFull;
-        case EROFS: return kDiskLocked;
+        case EDQUOT: return util::kDiskFull;
+        case EROFS: return util::kDiskLocked;
         case EBUSY:
-        case ETXTBSY: return kFileBusy;
+        case ETXTBSY: return util::kFileBusy;
         default: return util::kIoError;
     }
 }

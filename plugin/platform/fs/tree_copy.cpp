@@ -15,7 +15,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-#include "platform/fs/file_status_codes.h"
+#include "util/status_codes.h"
 #include "platform/fs/real_paths.h"
 #include "platform/fs/finder_info.h"
 #include "platform/fs/item_probe.h"
@@ -201,7 +201,7 @@ Status PutInPlace(int folderFd, const std::string& temporary, const std::string&
         if (::renameat2(folderFd, temporary.c_str(), folderFd, name.c_str(), RENAME_NOREPLACE) == 0) return kNoError;
         if (errno != EINVAL && errno != ENOSYS) return Errno();
         struct stat info {};
-        if (::fstatat(folderFd, name.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0) return kAlreadyExists;
+        if (::fstatat(folderFd, name.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0) return util::kAlreadyExists;
         if (::renameat(folderFd, temporary.c_str(), folderFd, name.c_str()) != 0) return Errno();
         return kNoError;
     }
@@ -260,7 +260,7 @@ Status CopyItemTree(const std::string& source, const std::string& target, bool r
             temporary = std::move(candidate);
         }
     }
-    if (temporary.empty()) return kAlreadyExists;
+    if (temporary.empty()) return util::kAlreadyExists;
     Status status = CopyEntry(fromFolder.Get(), from.name.c_str(), toFolder.Get(), temporary.c_str());
     if (status == kNoError) status = PutInPlace(toFolder.Get(), temporary, to.name, replace);
     if (status != kNoError) DeleteItemTreeAt(toFolder.Get(), temporary.c_str());

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "platform/fs/file_status_codes.h"
+#include "util/status_codes.h"
 #include "platform/ui/gtk_module_loader.h"
 #include "platform/ui/scripted_dialogs.h"
 
@@ -21,7 +21,7 @@ DialogAnswer ShowDialog(const DialogRequest& request) {
     if (IsSet(kScriptVariable)) return AnswerFromScript(std::getenv(kScriptVariable), request);
     if (IsSet("DISPLAY") || IsSet("WAYLAND_DISPLAY")) return ShowGtkDialog(request);
     DialogAnswer answer;
-    answer.status = fs::kUserCancelled;
+    answer.status = util::kUserCancelled;
     answer.detail = "(no dialog can be shown: no display, and no VANDREL_UI_SCRIPT)";
     return answer;
 }

@@ -4,7 +4,7 @@
 
 #include <dlfcn.h>
 
-#include "platform/fs/file_status_codes.h"
+#include "util/status_codes.h"
 #include "platform/ui/gtk_module_abi.h"
 
 namespace vd::platform::ui {
@@ -63,7 +63,7 @@ DialogAnswer ShowGtkDialog(const DialogRequest& request) {
     static const GtkModule module = LoadModule();
     DialogAnswer answer;
     if (!module.show) {
-        answer.status = fs::kUserCancelled;
+        answer.status = util::kUserCancelled;
         answer.detail = module.problem;
         return answer;
     }
@@ -74,16 +74,16 @@ DialogAnswer ShowGtkDialog(const DialogRequest& request) {
     switch (result) {
         case VD_UI_ACCEPTED:
             if (request.kind != DialogKind::Alert) {
-                if (!owned) return DialogAnswer{fs::kUserCancelled, {}, {}};
+                if (!owned) return DialogAnswer{util::kUserCancelled, {}, {}};
                 answer.path = owned.get();
             }
             return answer;
         case VD_UI_NO_DISPLAY:
-            answer.status = fs::kUserCancelled;
+            answer.status = util::kUserCancelled;
             answer.detail = "(no dialog can be shown: GTK cannot open the display)";
             return answer;
         default:
-            answer.status = fs::kUserCancelled;
+            answer.status = util::kUserCancelled;
             return answer;
     }
 }

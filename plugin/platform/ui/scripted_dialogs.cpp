@@ -6,7 +6,7 @@
 
 #include <sys/stat.h>
 
-#include "platform/fs/file_status_codes.h"
+#include "util/status_codes.h"
 #include "platform/fs/item_probe.h"
 #include "util/folder_walk.h"
 
@@ -73,7 +73,7 @@ DialogAnswer Chosen(std::string_view path, DialogKind kind) {
         return Failure(util::kNotAFolder, "the UI script chose a file in a folder chooser");
     }
     if (kind == DialogKind::ChooseFile && probe.kind != fs::ItemKind::File) {
-        return Failure(fs::kNotAFile, "the UI script chose a folder in a file chooser");
+        return Failure(util::kNotAFile, "the UI script chose a folder in a file chooser");
     }
     DialogAnswer answer;
     answer.path = std::move(normalised);
@@ -88,7 +88,7 @@ DialogAnswer AnswerFromLine(std::string_view line, const DialogRequest& request)
     std::string_view rest = blank == std::string_view::npos ? std::string_view() : line.substr(blank + 1);
     while (!rest.empty() && rest.front() == ' ') rest.remove_prefix(1);
 
-    if (word == "cancel") return DialogAnswer{fs::kUserCancelled, {}, {}};
+    if (word == "cancel") return DialogAnswer{util::kUserCancelled, {}, {}};
     if (word == "ok" && request.kind == DialogKind::Alert) return DialogAnswer{};
     if (word == "choose-folder" && request.kind == DialogKind::ChooseFolder) return Chosen(rest, request.kind);
     if (word == "choose-file" && request.kind == DialogKind::ChooseFile) return Chosen(rest, request.kind);
@@ -106,7 +106,7 @@ DialogAnswer AnswerFromScript(const std::string& scriptPath, const DialogRequest
     }
     const std::vector<std::string> answers = Answers(scriptPath);
     if (gPosition.nextAnswer >= answers.size()) {
-        return Failure(fs::kUserCancelled, "the UI script has no answer left for this " +
+        return Failure(util::kUserCancelled, "the UI script has no answer left for this " +
                                                std::string(KindWord(request.kind)));
     }
     return AnswerFromLine(answers[gPosition.nextAnswer++], request);

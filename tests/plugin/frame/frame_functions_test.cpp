@@ -116,7 +116,9 @@ TEST(HandlerDispatch, CountsOutsideAFunctionsRuleAreRefusedUnderItsName) {
         const std::string answer = dispatch(entry.id, size_t(rule.min > 0 ? rule.min - 1 : rule.max + 1));
         EXPECT_EQ(vd::gLastError.Name(), entry.name);
         EXPECT_EQ(vd::gLastError.Code(), rule.status) << entry.name;
-        if (entry.reporting == vd::Reporting::kStatusText) EXPECT_EQ(answer, vd::gLastError.StatusText());
+        if (entry.reporting == vd::Reporting::kStatusText) {
+            EXPECT_EQ(answer, vd::gLastError.StatusText());
+        }
         ++refusing;
     }
     ASSERT_GT(refusing, 0);
