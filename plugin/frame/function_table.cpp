@@ -34,7 +34,9 @@ constexpr FunctionEntry Image(int16_t id, const char* name, const char* prototyp
 }
 
 // The sound functions refuse a count of their own with -50 and a sentence that says what they need.
-constexpr CountRule Requires(int16_t min, int16_t max, const char* message) { return {min, max, util::kBadParameter, message}; }
+constexpr CountRule Requires(int16_t min, int16_t max, const char* message) {
+    return {min, max, util::kBadParameter, message};
+}
 
 // The file functions' rule: exactly the registered count, or 20100 with a sentence that says it.
 constexpr CountRule RequiresExactly(int16_t count) {

@@ -74,7 +74,8 @@ media::Status TemporaryFile::Create(std::string_view extension, TemporaryFile& f
             return media::kNoError;
         }
         if (errno != EEXIST) return media::StatusFromErrno(errno, media::MediaStep::kWriting);
-        if (ticks - first > kGiveUpTicks) return media::MediaFailure(util::kAlreadyExists, "no free temporary name in " + folder);
+        if (ticks - first > kGiveUpTicks)
+            return media::MediaFailure(util::kAlreadyExists, "no free temporary name in " + folder);
         WaitForNextTick(ticks);
     }
 }

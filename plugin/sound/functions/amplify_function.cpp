@@ -54,7 +54,8 @@ fmapi::Outcome Amplify(const FMX_DataVect* args, const std::optional<GainAndLimi
     SoundMovie rendered;
     RenderStep step;
     if (media::Status s = RenderResult(std::move(amplified), {}, rendered, step))
-        return StepFailure(s, UnlessTemporaryFileFailed(step == RenderStep::kTemporaryFile, "Could not amplify sound."));
+        return StepFailure(s,
+                           UnlessTemporaryFileFailed(step == RenderStep::kTemporaryFile, "Could not amplify sound."));
     return SoundResult(rendered.movie, "Could not set QuickTime container.");
 }
 

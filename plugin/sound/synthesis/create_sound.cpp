@@ -41,7 +41,8 @@ std::optional<SoundOutcome> ReadFrequency(const std::string& text, uint32_t& fre
     if (hertz && *hertz > 0) frequency = FixedFromFloat(*hertz);
     // No tone has a pitch of 0 Hz or below (the sawtooth's period would be endless), so such a
     // frequency is refused like one that cannot be read.
-    if (!hertz || !(*hertz > 0) || frequency == 0) return SoundOutcome{util::kBadParameter, "Error converting parameter #3 to frequency."};
+    if (!hertz || !(*hertz > 0) || frequency == 0)
+        return SoundOutcome{util::kBadParameter, "Error converting parameter #3 to frequency."};
     return std::nullopt;
 }
 

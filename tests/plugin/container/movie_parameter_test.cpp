@@ -5,6 +5,7 @@
 #include "container/sound_container.h"
 #include "container/sound_resource.h"
 #include "container_test_support.h"
+#include "util/status_codes.h"
 #include "plugin/platform/media/media_fixtures.h"
 
 #include <gtest/gtest.h>

@@ -104,7 +104,7 @@ TEST(HandlerDispatch, HostFailuresInsideAHandlerBecomeAStatus) {
 TEST(HandlerDispatch, CountsOutsideAFunctionsRuleAreRefusedUnderItsName) {
     const auto dispatch = [](int16_t id, size_t count) {
         FMX_DataVect args;
-        args.items.assign(count, vdhost::makeTextUtf8("x"));
+        args.items.assign(count, vdhost::makeTextUtf8("/nonexistent"));
         FMX_Data result;
         EXPECT_EQ(vd::DispatchCall(id, nullptr, &args, &result), 0) << id;
         return vdhost::utf8Of(result);
@@ -123,12 +123,24 @@ TEST(HandlerDispatch, CountsOutsideAFunctionsRuleAreRefusedUnderItsName) {
     }
     ASSERT_GT(refusing, 0);
 
-    EXPECT_EQ(dispatch(1, 0), "$-50:Vandrel_Version: Wrong parameter(s).");
-    EXPECT_EQ(dispatch(15, 3), "$-50:Vandrel_ExtractInfo: This function requires 1 or 2 arguments.");
-    EXPECT_EQ(dispatch(27, 3), "");  // DrawWaveform's failures leave the result empty
-    EXPECT_EQ(vd::gLastError.StatusText(), "$-50:Vandrel_DrawWaveform: This function requires at least 4 parameters.");
-    // GetLastError refuses without a name and leaves the outcome it reports on as it was.
-    EXPECT_EQ(dispatch(13, 1), "$20100:Requires no parameters");
+    struct Case {
+        int16_t id;
+        size_t count;
+        std::string answer;
+    };
+    const Case cases[] = {
+        {1, 0, "$-50:Vandrel_Version: Wrong parameter(s)."},
+        {15, 3, "$-50:Vandrel_ExtractInfo: This function requires 1 or 2 arguments."},
+        {64, 0, "$20100:Vandrel_SetDefaultFolder: Requires exactly one parameter"},
+        {65, 1, "$20100:Vandrel_GetDefaultFolder: Requires no parameters"},
+        {66, 2, "$20100:Vandrel_CopyItem: Requires exactly 3 parameters"},
+        {68, 3, "$20100:Vandrel_DeleteItem: Requires exactly 2 parameters"},
+        {76, 0, "$20100:Vandrel_GetPath: Requires either 0 or 1 parameters"},
+        {27, 3, ""},  // DrawWaveform's failures leave the result empty
+        {13, 1, "$20100:Requires no parameters"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(dispatch(c.id, c.count), c.answer) << c.id;
+    // GetLastError refused without a name, and left the outcome it reports on as it was.
     EXPECT_EQ(vd::gLastError.StatusText(), "$-50:Vandrel_DrawWaveform: This function requires at least 4 parameters.");
 }
 
