@@ -17,8 +17,6 @@ Outcome Outcome::Number(int32_t value) { return {0, {}, value, false}; }
 
 Outcome Outcome::Data(OwnedData value) { return {0, {}, std::move(value), false}; }
 
-Outcome Outcome::Nothing() { return {0, {}, std::monostate{}, false}; }
-
 Outcome Outcome::Failure(int32_t status, std::string message) {
     return {status, std::move(message), std::monostate{}, true};
 }

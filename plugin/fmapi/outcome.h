@@ -34,8 +34,6 @@ public:
     static Outcome Number(int32_t value);
     // A data value the operation filled, such as a container made through the container layer.
     static Outcome Data(OwnedData value);
-    // A success that leaves the host's result as it was.
-    static Outcome Nothing();
 
     // The status and the function's own message for it; an empty message leaves the code's table
     // text. The result becomes the status text. A status of 0 is still a failure when the function
@@ -46,7 +44,7 @@ public:
     int32_t Status() const noexcept { return status_; }
     const std::string& Message() const noexcept { return message_; }
 
-    // Sets a success's value as the host's result; 0 or the host's code.
+    // Sets a success's value as the host's result (a failure sets nothing); 0 or the host's code.
     FMX_ErrCode SetValue(FMX_Data* result) const;
 
 private:

@@ -58,13 +58,9 @@ std::optional<fmapi::Outcome> OpenTwoSoundParameters(const FMX_DataVect* args, S
     return std::nullopt;
 }
 
-std::string_view StepFailureMessage(int32_t code, std::string_view stepMessage) {
-    if (code == media::kMemoryFull && media::TakeSoundTooLarge()) return "The sound is too large.";
-    return stepMessage;
-}
-
 fmapi::Outcome StepFailure(int32_t code, std::string_view message) {
-    return fmapi::Outcome::Failure(code, std::string(StepFailureMessage(code, message)));
+    if (code == media::kMemoryFull && media::TakeSoundTooLarge()) message = "The sound is too large.";
+    return fmapi::Outcome::Failure(code, std::string(message));
 }
 
 }  // namespace vd::sound

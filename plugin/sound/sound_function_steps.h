@@ -59,12 +59,9 @@ int32_t StoreSoundResult(FMX_Data* result, media::Movie&& edited);
 // either, or none when both opened.
 std::optional<fmapi::Outcome> OpenTwoSoundParameters(const FMX_DataVect* args, SoundMovie& first, SoundMovie& second);
 
-// The message a failed step shows: its own, unless the sound was refused as too large to convert
-// or render (-108), which says so rather than blaming the step or the memory.
-std::string_view StepFailureMessage(int32_t code, std::string_view stepMessage);
-
 // A failed step of a sound function: the code and the step's message ("" keeps the code's own),
-// as StepFailureMessage tells it.
+// unless the sound was refused as too large to convert or render (-108), which says so rather
+// than blaming the step or the memory.
 fmapi::Outcome StepFailure(int32_t code, std::string_view message);
 
 }  // namespace vd::sound
