@@ -6,6 +6,7 @@
 #include "fmapi/args/host_exprenv.h"
 #include "fmapi/args/host_text.h"
 #include "platform/fs/path_resolver.h"
+#include "util/status_codes.h"
 
 #include <fmx/fmx.h>
 
@@ -32,7 +33,7 @@ bool IsRemoteDatabasePath(std::string_view path) { return path.size() > 4 && pat
 
 int DatabaseLocation(std::string& folder) {
     auto path = DatabasePath();
-    if (!path) return -108;
+    if (!path) return util::kMemoryFull;
     if (IsRemoteDatabasePath(*path)) return kRemoteDatabase;
     util::FileLocation location;
     if (util::Status s = util::ResolvePath(location, *path, false, std::string())) return s;

@@ -8,6 +8,7 @@
 #include "fmapi/args/host_data.h"
 #include "fmapi/args/host_exprenv.h"
 #include "platform/media/movie_from_file.h"
+#include "util/status_codes.h"
 
 #include <climits>
 #include <new>
@@ -21,14 +22,12 @@ namespace vd::container {
 
 namespace {
 
-constexpr int32_t kFileNotFound = -43;
-constexpr int32_t kBadName = -37;
 
 // A reference text or path opened as a movie; only its first kReferenceTextLimit bytes are read.
 // A text longer than the system allows any path to be is a bad name: cut, it would name another
 // file, and "not found" would send the user looking for one that cannot exist.
 int32_t OpenReference(std::string_view text, media::Movie& movie) {
-    if (text.size() >= PATH_MAX) return kBadName;
+    if (text.size() >= PATH_MAX) return util::kBadName;
     util::FileLocation location;
     if (int32_t e = ResolveAgainstDatabase(text.substr(0, kReferenceTextLimit), location)) return e;
     return media::MovieFromFile(util::FullPath(location), movie);
@@ -50,18 +49,18 @@ int32_t OpenStoredReference(const FMX_Data* parameter, media::Movie& movie) {
         std::string path;
         if (IsExistingFile(line, path)) return media::MovieFromFile(path, movie);
     }
-    return kFileNotFound;
+    return util::kFileNotFound;
 }
 
 int32_t OpenSoundStream(const FMX_BinaryData* binary, media::Movie& movie) {
     fmapi::OwnedQuadChar type(fmapi::NewQuadChar('s', 'n', 'd', ' '));
     const int32_t index = fmapi::BinaryGetIndex(binary, type.get());
-    if (index < 0) return kNoSoundStream;
+    if (index < 0) return util::kNoSoundStream;
     std::vector<uint8_t> bytes;
     try {
         bytes.resize(fmapi::BinaryGetSize(binary, index));
     } catch (const std::bad_alloc&) {
-        return -108;
+        return util::kMemoryFull;
     }
     if (!bytes.empty())
         if (FMX_ErrCode e = fmapi::BinaryGetData(binary, index, 0, uint32_t(bytes.size()), bytes.data())) return e;
@@ -72,7 +71,7 @@ int32_t OpenSoundStream(const FMX_BinaryData* binary, media::Movie& movie) {
 
 int32_t MovieFromParameter(const FMX_DataVect* args, uint32_t index, media::Movie& movie, bool& found) {
     found = false;
-    if (index >= ArgCount(args)) return -50;
+    if (index >= ArgCount(args)) return util::kBadParameter;
     const FMX_Data* parameter = ArgData(args, index);
     if (ArgEmpty(parameter)) return 0;
     int32_t e = 0;

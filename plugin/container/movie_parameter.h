@@ -11,14 +11,12 @@
 
 namespace vd::container {
 
-// The code for an embedded container that holds no "snd " stream.
-inline constexpr int32_t kNoSoundStream = -2114;
-
 // Argument index as a movie. 0 with found set and movie replaced; 0 with found false for an empty
 // argument or one of another type (a number, a date); otherwise the failure's code: -50 for an
-// index past the arguments, -37 for a text as long as PATH_MAX or longer, kNoSoundStream, -43 when no line of a by-reference container names an
-// existing file, the path resolver's and the media layer's codes, -206/-2001 for a "snd " stream we
-// cannot read. A text is resolved against the database's folder (as given for a remote database).
+// index past the arguments, -37 for a text as long as PATH_MAX or longer, -2114 for a container
+// without a "snd " stream, -43 when no line of a by-reference container names an existing file,
+// the path resolver's and the media layer's codes, -206/-2001 for a "snd " stream we cannot read.
+// A text is resolved against the database's folder (as given for a remote database).
 int32_t MovieFromParameter(const FMX_DataVect* args, uint32_t index, media::Movie& movie, bool& found);
 
 }  // namespace vd::container

@@ -6,24 +6,19 @@
 #include "fmapi/args/host_binary.h"
 #include "fmapi/args/results.h"
 #include "platform/graphics/jpeg_codec.h"
+#include "util/status_codes.h"
 
 #include <vector>
 
 namespace vd::container {
 
-namespace {
-
-constexpr int32_t kNoJpegExporter = -2005;  // badComponentType
-
-}  // namespace
-
 int32_t StorePixelBufferAsJpeg(FMX_Data* result, const platform::PixelBuffer& buffer) {
     // Without a JPEG saver (found missing at start-up) there is no way to store the picture.
-    if (!JpegExportAvailable()) return kNoJpegExporter;
+    if (!JpegExportAvailable()) return util::kNoComponent;
     const int32_t width = buffer.Width() - 1, height = buffer.Height() - 1;
-    if (width < 1 || height < 1) return platform::kGraphicsBadParameter;
+    if (width < 1 || height < 1) return util::kBadParameter;
     std::vector<uint8_t> jpeg;
-    if (platform::GraphicsStatus s = platform::EncodeJpeg(buffer, width, height, platform::kJpegBestQuality, jpeg))
+    if (util::Status s = platform::EncodeJpeg(buffer, width, height, platform::kJpegBestQuality, jpeg))
         return s;
     fmapi::OwnedBinaryData binary(fmapi::NewBinaryData());
     if (FMX_ErrCode e = AddTypedStream(binary.get(), kJpegStream, uint32_t(jpeg.size()), jpeg.data())) return e;

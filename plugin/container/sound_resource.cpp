@@ -1,6 +1,7 @@
 #include "container/sound_resource.h"
 
 #include "container/stream_types.h"
+#include "util/status_codes.h"
 
 #include <algorithm>
 
@@ -59,22 +60,22 @@ constexpr Packet kPackets[] = {
 
 // The offset of the sound header that the first sound or buffer command names.
 int32_t FindHeader(const Reader& r, size_t& header) {
-    if (!r.Has(0, 2)) return kCorruptDescription;
+    if (!r.Has(0, 2)) return util::kCorruptData;
     size_t at = 0;
     switch (r.U16(0)) {
         case 1: {
-            if (!r.Has(2, 2)) return kCorruptDescription;
+            if (!r.Has(2, 2)) return util::kCorruptData;
             const size_t formats = r.U16(2);
             at = 4 + formats * 6;  // each: data format id (2), init options (4)
             break;
         }
         case 2: at = 4; break;  // reference count (2)
-        default: return kBadSoundFormat;
+        default: return util::kBadSoundFormat;
     }
-    if (!r.Has(at, 2)) return kCorruptDescription;
+    if (!r.Has(at, 2)) return util::kCorruptData;
     const size_t commands = r.U16(at);
     at += 2;
-    if (!r.Has(at, commands * 8)) return kCorruptDescription;
+    if (!r.Has(at, commands * 8)) return util::kCorruptData;
     for (size_t i = 0; i < commands; ++i, at += 8) {
         const uint16_t command = r.U16(at);
         if (command == kBufferCommand || command == kSoundCommand) {
@@ -82,7 +83,7 @@ int32_t FindHeader(const Reader& r, size_t& header) {
             return 0;
         }
     }
-    return kBadSoundFormat;  // a resource that plays no sampled sound
+    return util::kBadSoundFormat;  // a resource that plays no sampled sound
 }
 
 }  // namespace
@@ -127,9 +128,9 @@ int32_t ParseSoundResource(std::span<const uint8_t> stream, SoundResourceLayout&
     const Reader r(stream);
     size_t h = 0;
     if (int32_t e = FindHeader(r, h)) return e;
-    if (!r.Has(h, kStandardHeaderSize)) return kCorruptDescription;
+    if (!r.Has(h, kStandardHeaderSize)) return util::kCorruptData;
     // A sample pointer names memory of the program that made the resource: its samples are not here.
-    if (r.U32(h) != 0) return kBadSoundFormat;
+    if (r.U32(h) != 0) return util::kBadSoundFormat;
     SoundResourceLayout l;
     l.rate = r.U32(h + 8);
     const uint8_t encode = r.U8(h + 20);
@@ -141,15 +142,15 @@ int32_t ParseSoundResource(std::span<const uint8_t> stream, SoundResourceLayout&
         bytes = r.U32(h + 4);
         l.frames = int64_t(bytes);
     } else if (encode == kExtendedEncode || encode == kCompressedEncode) {
-        if (!r.Has(h, kLongHeaderSize)) return kCorruptDescription;
+        if (!r.Has(h, kLongHeaderSize)) return util::kCorruptData;
         const uint32_t channels = r.U32(h + 4);
-        if (channels < 1 || channels > kMaxChannels) return kBadSoundFormat;
+        if (channels < 1 || channels > kMaxChannels) return util::kBadSoundFormat;
         l.channels = int(channels);
         l.dataOffset = h + kLongHeaderSize;
         const uint64_t frames = r.U32(h + 22);
         if (encode == kExtendedEncode) {
             l.bits = r.U16(h + 48);
-            if (l.bits != 8 && l.bits != 16) return kBadSoundFormat;
+            if (l.bits != 8 && l.bits != 16) return util::kBadSoundFormat;
             bytes = frames * channels * uint64_t(l.bits / 8);
             l.frames = int64_t(frames);
         } else {
@@ -160,7 +161,7 @@ int32_t ParseSoundResource(std::span<const uint8_t> stream, SoundResourceLayout&
             const Packet* packet = nullptr;
             for (const Packet& p : kPackets)
                 if (p.codec == codec) packet = &p;
-            if (!packet) return kBadSoundFormat;
+            if (!packet) return util::kBadSoundFormat;
             l.compression = codec;
             l.bits = 16;
             // numFrames counts packets here, each one packet per channel.
@@ -168,10 +169,10 @@ int32_t ParseSoundResource(std::span<const uint8_t> stream, SoundResourceLayout&
             l.frames = int64_t(frames) * packet->frames;
         }
     } else {
-        return kBadSoundFormat;
+        return util::kBadSoundFormat;
     }
-    if (l.rate == 0) return kBadSoundFormat;
-    if (!r.Has(l.dataOffset, 0) || bytes > r.Size() - l.dataOffset) return kCorruptDescription;
+    if (l.rate == 0) return util::kBadSoundFormat;
+    if (!r.Has(l.dataOffset, 0) || bytes > r.Size() - l.dataOffset) return util::kCorruptData;
     l.dataSize = size_t(bytes);
     layout = l;
     return 0;

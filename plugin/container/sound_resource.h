@@ -5,6 +5,8 @@
 // header for the codecs the media layer decodes ('ima4', 'MAC3', 'MAC6', 'ulaw', 'alaw').
 #pragma once
 
+#include "util/status_codes.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -18,8 +20,6 @@ inline constexpr uint32_t kSoundRate44100 = 0xAC440000;  // 16.16
 
 // Codes of a stream we cannot use: the resource describes sound in a form we do not play, or its
 // structure and lengths do not fit in the stream. Nothing outside the stream is ever read.
-inline constexpr int32_t kBadSoundFormat = -206;
-inline constexpr int32_t kCorruptDescription = -2001;
 
 // The resource for count 8-bit unsigned mono samples at rate (16.16).
 std::vector<uint8_t> BuildSoundResource(const uint8_t* samples, size_t count, uint32_t rate = kSoundRate44100);
@@ -39,7 +39,7 @@ struct SoundResourceLayout {
     int64_t frames = 0;        // uncompressed: exact; compressed: what the header promises
 };
 
-// 0, kBadSoundFormat or kCorruptDescription.
+// 0, util::kBadSoundFormat or util::kCorruptData.
 int32_t ParseSoundResource(std::span<const uint8_t> stream, SoundResourceLayout& layout);
 
 }  // namespace vd::container

@@ -3,6 +3,7 @@
 #include "container/sound_resource.h"
 #include "platform/media/memory_sound_decoder.h"
 #include "platform/media/new_sound_movie.h"
+#include "util/status_codes.h"
 
 #include <bit>
 #include <vector>
@@ -19,7 +20,7 @@ int32_t MovieFromSoundResource(std::span<const uint8_t> stream, media::Movie& mo
     SoundResourceLayout layout;
     if (int32_t e = ParseSoundResource(stream, layout)) return e;
     const double hertz = double(layout.rate) / 65536.0;
-    if (TimeScaleOf(layout.rate) < 1) return kBadSoundFormat;  // below half a hertz
+    if (TimeScaleOf(layout.rate) < 1) return util::kBadSoundFormat;  // below half a hertz
     media::Movie made;
     if (media::Status s = media::NewMemorySoundMovie(TimeScaleOf(layout.rate), made)) return s;
     media::Media& media = made.TrackAt(0).media;
@@ -33,8 +34,8 @@ int32_t MovieFromSoundResource(std::span<const uint8_t> stream, media::Movie& mo
         std::vector<int16_t> decoded;
         media::Status s = media::DecodeSoundBytes(layout.compression, layout.channels, TimeScaleOf(layout.rate), samples,
                                                   layout.dataSize, decoded);
-        if (s == media::kNoCodec) return kBadSoundFormat;
-        if (s) return s == media::kMemoryFull ? s : kCorruptDescription;
+        if (s == media::kNoCodec) return util::kBadSoundFormat;
+        if (s) return s == media::kMemoryFull ? s : util::kCorruptData;
         media::SampleDescription d = media::PcmSoundDescription(media::kFormatSowt, layout.channels, 16, hertz);
         d.sampleRate = layout.rate;
         const size_t frames = decoded.size() / size_t(layout.channels);

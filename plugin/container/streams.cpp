@@ -8,7 +8,7 @@
 #include "fmapi/args/host_text.h"
 #include "fmapi/args/results.h"
 #include "fmapi/args/type_code.h"
-#include "fmapi/errors/vds_error.h"
+#include "util/status_codes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -18,7 +18,8 @@ namespace vd::container {
 
 namespace {
 
-constexpr int32_t kContentError = 20400;
+constexpr const char* kMediaTypeMissing = "The specified media type is not in the container";
+constexpr const char* kNoMemoryForImage = "Insufficient memory to copy image data";
 constexpr size_t kPictHeaderSize = 512;
 constexpr size_t kListLimit = 594;
 constexpr size_t kListNameLimit = 200;
@@ -33,11 +34,6 @@ uint32_t TypeAt(const FMX_BinaryData* binary, int32_t index) {
     fmapi::OwnedQuadChar code(fmapi::NewEmptyQuadChar());
     fmapi::BinaryGetType(binary, index, code.get());
     return fmapi::QuadCharGetMacType(code.get());
-}
-
-void Report(int32_t code, std::string_view message) {
-    gLastError.SetCode(code);
-    gLastError.SetMessage(message);
 }
 
 bool IsText(const FMX_Data* parameter) { return ArgType(parameter) == FMX_TYPE_TEXT; }
@@ -102,45 +98,39 @@ uint32_t ClassifyImageContainer(const FMX_Data* parameter) {
         if (left != 0) return remembered;
         if (sawJpeg) return kJpegStream;
     }
-    Report(kContentError, "Parameter must be image or path");
     return 0;
 }
 
-int32_t ReadStreamIntoMemory(const FMX_Data* parameter, uint32_t type, Bytes& bytes) {
+std::optional<fmapi::Outcome> ReadStreamIntoMemory(const FMX_Data* parameter, uint32_t type, Bytes& bytes) {
     const FMX_BinaryData* binary = fmapi::DataGetBinaryData(parameter);
     int32_t index = fmapi::BinaryGetIndex(binary, QuadOf(type).get());
-    if (index < 0) {
-        Report(kContentError, "The specified media type is not in the container");
-        return kContentError;
-    }
+    if (index < 0) return fmapi::Outcome::Failure(util::kNotImageOrPath, kMediaTypeMissing);
     uint32_t size = fmapi::BinaryGetSize(binary, index);
     try {
         bytes.assign(size, 0);
     } catch (const std::bad_alloc&) {
-        Report(-108, "Insufficient memory to copy image data");
-        return -108;
+        return fmapi::Outcome::Failure(util::kMemoryFull, kNoMemoryForImage);
     }
     if (FMX_ErrCode e = fmapi::BinaryGetData(binary, index, 0, size, bytes.data())) {
         bytes.clear();
-        Report(e, "Could not access stream data");
-        return e;
+        return fmapi::Outcome::Failure(e, "Could not access stream data");
     }
-    return 0;
+    return std::nullopt;
 }
 
-int32_t ReadImageData(const FMX_Data* parameter, Bytes& bytes, uint32_t& type) {
+std::optional<fmapi::Outcome> ReadImageData(const FMX_Data* parameter, Bytes& bytes, uint32_t& type) {
     bytes.clear();
     type = ClassifyImageContainer(parameter);
-    if (type == kReferenceCode || type == 0) return type == 0 ? kContentError : 0;
-    if (int32_t e = ReadStreamIntoMemory(parameter, type, bytes)) return e;
+    if (type == 0) return fmapi::Outcome::Failure(util::kNotImageOrPath, kNotImageOrPathMessage);
+    if (type == kReferenceCode) return std::nullopt;
+    if (auto failure = ReadStreamIntoMemory(parameter, type, bytes)) return failure;
     try {
         if (type == kPictStream) {
             bytes.insert(bytes.begin(), kPictHeaderSize, 0);
         } else if (type == kVdImageStream) {
             if (bytes.size() < 4) {
                 bytes.clear();
-                gLastError.SetCode(-2001);  // a VD image too short to hold its type
-                return -2001;
+                return fmapi::Outcome::Failure(util::kCorruptData);  // too short to hold its type
             }
             type = BigEndian32(bytes);
             if (type == kPictStream)
@@ -150,10 +140,9 @@ int32_t ReadImageData(const FMX_Data* parameter, Bytes& bytes, uint32_t& type) {
         }
     } catch (const std::bad_alloc&) {
         bytes.clear();
-        Report(-108, "Insufficient memory to copy image data");
-        return -108;
+        return fmapi::Outcome::Failure(util::kMemoryFull, kNoMemoryForImage);
     }
-    return 0;
+    return std::nullopt;
 }
 
 std::string ListStreamTypes(const FMX_Data* parameter) {
@@ -193,17 +182,16 @@ std::u16string PeekStream(const FMX_Data* parameter, std::string_view typeText) 
     return BytesAsText(bytes.data(), bytes.size());
 }
 
-int32_t RemoveStream(const FMX_Data* parameter, std::string_view typeText, FMX_Data* result) {
+fmapi::Outcome RemoveStream(const FMX_Data* parameter, std::string_view typeText) {
     auto type = TypeCodeFromText(typeText);
     bool present = type && IsContainer(parameter) &&
                    fmapi::BinaryGetIndex(fmapi::DataGetBinaryData(parameter), QuadOf(*type).get()) >= 0;
-    if (!present) {
-        Report(kContentError, "The specified media type is not in the container");
-        return kContentError;
-    }
+    if (!present) return fmapi::Outcome::Failure(util::kNotImageOrPath, kMediaTypeMissing);
     fmapi::OwnedBinaryData copy(fmapi::CopyBinaryData(fmapi::DataGetBinaryData(parameter)));
     fmapi::BinaryRemove(copy.get(), QuadOf(*type).get());
-    return SetResultBinary(result, copy.get());
+    fmapi::OwnedData result(fmapi::NewData());
+    if (FMX_ErrCode e = SetResultBinary(result.get(), copy.get())) return fmapi::Outcome::Failure(e);
+    return fmapi::Outcome::Data(std::move(result));
 }
 
 }  // namespace vd::container

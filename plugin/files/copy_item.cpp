@@ -9,14 +9,13 @@ namespace vd::files {
 
 namespace {
 
-constexpr util::Status kTargetExists = 20200;
 constexpr const char* kFailed = "CopyItem failed";
 
 std::string LeafOf(const std::string& path) { return path.substr(path.rfind('/') + 1); }
 
 }  // namespace
 
-FileOutcome CopyItem(const PathArgument& sourceArgument, const PathArgument& destinationArgument, bool replace) {
+fmapi::Outcome CopyItem(const PathArgument& sourceArgument, const PathArgument& destinationArgument, bool replace) {
     const std::string base = DefaultFolder();
     const ResolvedItem source = ResolveFilePath(sourceArgument, base);
     if (!source.Exists()) return FailedToResolve(source, "Source item not found");
@@ -33,7 +32,7 @@ FileOutcome CopyItem(const PathArgument& sourceArgument, const PathArgument& des
     const platform::fs::ItemProbe existing = platform::fs::ProbeItemItself(target);
     if (existing.status != util::kNoError) return Failed(existing.status, kFailed);
     if (existing.kind != platform::fs::ItemKind::Missing && !replace) {
-        return Failed(kTargetExists, "Target file already exists and replace flag is false");
+        return Failed(util::kTargetExists, "Target file already exists and replace flag is false");
     }
     if (const util::Status status = platform::fs::CopyItemTree(source.Path(), target, replace);
         status != util::kNoError) {

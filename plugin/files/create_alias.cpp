@@ -12,7 +12,7 @@ constexpr const char* kFailed = "CreateAlias failed";
 
 }  // namespace
 
-FileOutcome CreateAlias(const PathArgument& targetArgument, const PathArgument& aliasArgument) {
+fmapi::Outcome CreateAlias(const PathArgument& targetArgument, const PathArgument& aliasArgument) {
     const std::string base = DefaultFolder();
     const ResolvedItem target = ResolveFilePath(targetArgument, base);
     if (!target.Exists()) return FailedToResolve(target, "Source item not found");

@@ -7,18 +7,17 @@ namespace vd::files {
 
 namespace {
 
-constexpr util::Status kNotAFolder = -1407;
 constexpr const char* kFailed = "CreateFolder failed";
 
 }  // namespace
 
-FileOutcome CreateFolder(const PathArgument& argument, const std::string& name) {
+fmapi::Outcome CreateFolder(const PathArgument& argument, const std::string& name) {
     const ResolvedItem parent = ResolveFilePath(argument, DefaultFolder());
     if (!parent.Exists()) return FailedToResolve(parent, kFailed);
     const platform::fs::ItemProbe probe = platform::fs::ProbeItem(parent.Path());
     if (probe.status != util::kNoError) return Failed(probe.status, kFailed);
     if (probe.kind != platform::fs::ItemKind::Folder) {
-        return Failed(kNotAFolder, "CreateFolder requires destination directory, not file");
+        return Failed(util::kNotAFolder, "CreateFolder requires destination directory, not file");
     }
     if (!platform::fs::IsUsableName(name)) return Failed(util::kBadName, kFailed);
     const std::string folder = parent.Path();

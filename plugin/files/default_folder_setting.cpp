@@ -6,14 +6,8 @@
 
 namespace vd::files {
 
-namespace {
-
-constexpr util::Status kNotText = 20102;
-
-}  // namespace
-
-FileOutcome SetDefaultFolderTo(const PathArgument& argument) {
-    if (!argument.isText) return Failed(kNotText, "Parameter (path) must be text");
+fmapi::Outcome SetDefaultFolderTo(const PathArgument& argument) {
+    if (!argument.isText) return Failed(util::kNotText, "Parameter (path) must be text");
     // Resolved against the folder it replaces, so "..", "sub" and ".U" all start from there; the
     // old folder stays unless the new one is a folder.
     const ResolvedItem item = ResolveFilePath(argument, DefaultFolder());
@@ -26,11 +20,8 @@ FileOutcome SetDefaultFolderTo(const PathArgument& argument) {
         if (probe.status == util::kNoError) return Failed(util::kNoError, "Not a directory path");
         return Failed(probe.status, "Failed to set default path");
     }
-    if (item.status == util::kUserCancelled) {
-        FileOutcome cancelled = Failed(util::kNoError, "Cancel");
-        cancelled.detail = item.detail;  // empty when the user cancelled; else why no dialog came
-        return cancelled;
-    }
+    // The detail is empty when the user cancelled; else it says why no dialog came.
+    if (item.status == util::kUserCancelled) return Failed(util::kNoError, "Cancel", item.detail);
     return FailedToResolve(item, "Failed to set default path");
 }
 

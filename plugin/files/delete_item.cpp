@@ -8,7 +8,7 @@
 
 namespace vd::files {
 
-FileOutcome DeleteItem(const PathArgument& argument, bool folderFlag) {
+fmapi::Outcome DeleteItem(const PathArgument& argument, bool folderFlag) {
     const ResolvedItem item = ResolveFilePath(argument, DefaultFolder());
     if (!item.Exists()) return FailedToResolve(item, "Source item not found");
     const std::string path = item.Path();

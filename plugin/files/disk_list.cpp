@@ -16,7 +16,7 @@ std::string JoinDiskNames(const std::vector<std::string>& names, size_t capacity
     return list;
 }
 
-FileOutcome ListDisks() {
+fmapi::Outcome ListDisks() {
     std::vector<std::string> names;
     for (const platform::fs::Volume& volume : platform::fs::MountedVolumes()) names.push_back(volume.name);
     return Succeeded(JoinDiskNames(names));

@@ -10,19 +10,19 @@
 
 namespace vd::files {
 
-FileOutcome SetDefaultFolderTo(const PathArgument& path);
-FileOutcome GetDefaultFolder();
-FileOutcome CopyItem(const PathArgument& source, const PathArgument& destination, bool replace);
-FileOutcome MoveItem(const PathArgument& source, const PathArgument& destinationFolder);
-FileOutcome DeleteItem(const PathArgument& item, bool folderFlag);
-FileOutcome RenameItem(const PathArgument& item, const std::string& newName);
-FileOutcome CreateFolder(const PathArgument& enclosingFolder, const std::string& name);
-FileOutcome ListFolder(const PathArgument& folder, bool listAll);
-FileOutcome GetItemInfo(const PathArgument& item);
-FileOutcome CreateAlias(const PathArgument& target, const PathArgument& alias);
-FileOutcome OpenItem(const PathArgument& item);
-FileOutcome ListDisks();
-FileOutcome GetPath(const PathArgument& item, int32_t levels);
-FileOutcome GetName(const PathArgument& item);
+fmapi::Outcome SetDefaultFolderTo(const PathArgument& path);
+fmapi::Outcome GetDefaultFolder();
+fmapi::Outcome CopyItem(const PathArgument& source, const PathArgument& destination, bool replace);
+fmapi::Outcome MoveItem(const PathArgument& source, const PathArgument& destinationFolder);
+fmapi::Outcome DeleteItem(const PathArgument& item, bool folderFlag);
+fmapi::Outcome RenameItem(const PathArgument& item, const std::string& newName);
+fmapi::Outcome CreateFolder(const PathArgument& enclosingFolder, const std::string& name);
+fmapi::Outcome ListFolder(const PathArgument& folder, bool listAll);
+fmapi::Outcome GetItemInfo(const PathArgument& item);
+fmapi::Outcome CreateAlias(const PathArgument& target, const PathArgument& alias);
+fmapi::Outcome OpenItem(const PathArgument& item);
+fmapi::Outcome ListDisks();
+fmapi::Outcome GetPath(const PathArgument& item, int32_t levels);
+fmapi::Outcome GetName(const PathArgument& item);
 
 }  // namespace vd::files

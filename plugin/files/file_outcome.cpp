@@ -1,47 +1,20 @@
 #include "files/file_outcome.h"
 
-#include "fmapi/args/arg_count.h"
-#include "fmapi/args/results.h"
-
 namespace vd::files {
 
-namespace {
-
-constexpr util::Status kWrongCount = 20100;
-
-}  // namespace
-
-FileOutcome Succeeded(std::string text, const ResolvedItem* item) {
-    FileOutcome outcome;
-    if (item && !item->chosenPath.empty()) {
-        outcome.text = item->chosenPath;
-        if (!text.empty()) outcome.text += '\r';
-    }
-    outcome.text += text;
-    return outcome;
+fmapi::Outcome Succeeded(std::string text, const ResolvedItem* item) {
+    if (!item || item->chosenPath.empty()) return fmapi::Outcome::Text(std::move(text));
+    return fmapi::Outcome::Text(item->chosenPath + (text.empty() ? "" : "\r") + text);
 }
 
-FileOutcome Failed(util::Status status, std::string_view message) {
-    FileOutcome outcome;
-    outcome.status = status;
-    outcome.message = message;
-    return outcome;
+fmapi::Outcome Failed(util::Status status, std::string_view message, std::string_view detail) {
+    std::string text(message);
+    if (!detail.empty()) text.append(" ").append(detail);
+    return fmapi::Outcome::Failure(status, std::move(text));
 }
 
-FileOutcome FailedToResolve(const ResolvedItem& item, std::string_view message) {
-    FileOutcome outcome = Failed(item.status, item.message.empty() ? message : std::string_view(item.message));
-    outcome.detail = item.detail;
-    return outcome;
-}
-
-FileOutcome WrongArgumentCount(int expected) { return Failed(kWrongCount, ArgCountMessage(expected)); }
-
-FMX_ErrCode Answer(VDSError& error, FMX_Data* result, const FileOutcome& outcome) {
-    error.SetCode(outcome.status);
-    if (outcome.message.empty()) return SetResultUtf8(result, outcome.text);
-    error.SetMessage(outcome.message);
-    error.AppendDetail(outcome.detail);
-    return SetResultUtf8(result, error.StatusText());
+fmapi::Outcome FailedToResolve(const ResolvedItem& item, std::string_view message) {
+    return Failed(item.status, item.message.empty() ? message : std::string_view(item.message), item.detail);
 }
 
 }  // namespace vd::files

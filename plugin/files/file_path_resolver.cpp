@@ -79,7 +79,7 @@ ResolvedItem ResolveCode(std::string_view text, const std::string& defaultFolder
             return Failed(status);
         }
     } else {
-        ResolvedItem item = Failed(kUnknownCodeStatus);
+        ResolvedItem item = Failed(util::kUnknownFolderCode);
         item.message = kUnknownCodeMessage;
         return item;
     }
@@ -93,7 +93,7 @@ ResolvedItem ResolveCode(std::string_view text, const std::string& defaultFolder
 }  // namespace
 
 ResolvedItem ResolveFilePath(const PathArgument& argument, const std::string& defaultFolder) {
-    if (!argument.isText && argument.holdsContainerData) return Failed(kContainerDataStatus);
+    if (!argument.isText && argument.holdsContainerData) return Failed(util::kContainerData);
     const std::string_view text = argument.text;
     if (const size_t reference = text.find("mac:/"); reference != std::string_view::npos) {
         return ResolveText(ReferenceLine(text, reference), defaultFolder);

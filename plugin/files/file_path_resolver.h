@@ -11,8 +11,6 @@
 
 namespace vd::files {
 
-inline constexpr util::Status kContainerDataStatus = 555;
-inline constexpr util::Status kUnknownCodeStatus = 20103;
 inline constexpr const char* kUnknownCodeMessage = "Unrecognized code - must be A, F, P, T, D, O, R, S, V, or U";
 
 struct ResolvedItem {

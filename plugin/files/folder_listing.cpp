@@ -9,12 +9,6 @@
 
 namespace vd::files {
 
-namespace {
-
-constexpr util::Status kNotAFolder = -1407;
-
-}  // namespace
-
 void AppendListingLine(std::string& listing, const platform::fs::FolderEntry& entry, bool listAll) {
     using platform::fs::EntryKind;
     const bool folder = entry.kind == EntryKind::Folder;
@@ -30,14 +24,14 @@ void AppendListingLine(std::string& listing, const platform::fs::FolderEntry& en
     listing += entry.name;
 }
 
-FileOutcome ListFolder(const PathArgument& argument, bool listAll) {
+fmapi::Outcome ListFolder(const PathArgument& argument, bool listAll) {
     const ResolvedItem item = ResolveFilePath(argument, DefaultFolder());
     if (!item.Exists()) return FailedToResolve(item, "ListFolder failed");
     const std::string folder = item.Path();
     const platform::fs::ItemProbe probe = platform::fs::ProbeItem(folder);
     if (probe.status != util::kNoError) return Failed(probe.status, "ListFolder failed");
     if (probe.kind != platform::fs::ItemKind::Folder) {
-        return Failed(kNotAFolder, "ListFolder requires destination directory, not file");
+        return Failed(util::kNotAFolder, "ListFolder requires destination directory, not file");
     }
     std::string listing;
     bool outOfMemory = false;

@@ -5,7 +5,7 @@
 
 namespace vd::files {
 
-FileOutcome GetItemInfo(const PathArgument& argument) {
+fmapi::Outcome GetItemInfo(const PathArgument& argument) {
     const ResolvedItem item = ResolveFilePath(argument, DefaultFolder());
     if (!item.Exists()) return FailedToResolve(item, "ItemInfo failed");
     platform::fs::CatalogInfo info;

@@ -19,14 +19,14 @@ std::string ClimbLevels(std::string path, int32_t levels) {
     return path;
 }
 
-FileOutcome GetPath(const PathArgument& argument, int32_t levels) {
+fmapi::Outcome GetPath(const PathArgument& argument, int32_t levels) {
     const ResolvedItem item = ResolveFilePath(argument, DefaultFolder());
     // A path to an item that does not exist yet is still a path.
     if (!item.Located()) return FailedToResolve(item, kNotAPath);
     return Succeeded(ClimbLevels(item.Path(), levels), &item);
 }
 
-FileOutcome GetName(const PathArgument& argument) {
+fmapi::Outcome GetName(const PathArgument& argument) {
     const ResolvedItem item = ResolveFilePath(argument, DefaultFolder());
     if (!item.Located()) return FailedToResolve(item, kNotAPath);
     const std::string path = item.Path();
@@ -35,6 +35,6 @@ FileOutcome GetName(const PathArgument& argument) {
     return Succeeded(path.substr(path.rfind('/') + 1), &item);
 }
 
-FileOutcome GetDefaultFolder() { return Succeeded(DefaultFolder()); }
+fmapi::Outcome GetDefaultFolder() { return Succeeded(DefaultFolder()); }
 
 }  // namespace vd::files

@@ -12,7 +12,8 @@
 
 namespace vd::files {
 
-inline constexpr util::Status kKeptFolderStatus = -54;  // as the file system answers a folder we may not change
+// As the file system answers a folder we may not change.
+inline constexpr util::Status kKeptFolderStatus = util::kPermissionDenied;
 
 // Whether taking away the item at path (absolute, links on the way already resolved) would take a
 // kept folder with it: the root, a folder directly under it, a kept folder, or a folder holding one.

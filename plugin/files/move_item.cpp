@@ -8,13 +8,11 @@ namespace vd::files {
 
 namespace {
 
-constexpr util::Status kNotAFolder = -1407;
-
 std::string LeafOf(const std::string& path) { return path.substr(path.rfind('/') + 1); }
 
 }  // namespace
 
-FileOutcome MoveItem(const PathArgument& sourceArgument, const PathArgument& destinationArgument) {
+fmapi::Outcome MoveItem(const PathArgument& sourceArgument, const PathArgument& destinationArgument) {
     const std::string base = DefaultFolder();
     const ResolvedItem source = ResolveFilePath(sourceArgument, base);
     if (!source.Exists()) return FailedToResolve(source, "Source item not found");
@@ -26,7 +24,7 @@ FileOutcome MoveItem(const PathArgument& sourceArgument, const PathArgument& des
     if (!destination.Exists()) return FailedToResolve(destination, "Destination folder not found");
     const platform::fs::ItemProbe probe = platform::fs::ProbeItem(destination.Path());
     if (probe.kind != platform::fs::ItemKind::Folder) {
-        return Failed(kNotAFolder, "MoveItem requires destination directory, not file");
+        return Failed(util::kNotAFolder, "MoveItem requires destination directory, not file");
     }
     const std::string folder = destination.Path();
     // A move the file system refuses (an item of that name already there, another volume, a folder

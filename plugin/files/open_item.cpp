@@ -5,7 +5,7 @@
 
 namespace vd::files {
 
-FileOutcome OpenItem(const PathArgument& argument) {
+fmapi::Outcome OpenItem(const PathArgument& argument) {
     const ResolvedItem item = ResolveFilePath(argument, DefaultFolder());
     if (!item.Exists()) return FailedToResolve(item, "OpenItem failed");
     // Whether the desktop then finds an application for it is not ours to report: a double-click

@@ -12,7 +12,7 @@ constexpr const char* kFailed = "RenameItem failed";
 
 }  // namespace
 
-FileOutcome RenameItem(const PathArgument& argument, const std::string& newName) {
+fmapi::Outcome RenameItem(const PathArgument& argument, const std::string& newName) {
     const ResolvedItem item = ResolveFilePath(argument, DefaultFolder());
     if (!item.Exists()) return FailedToResolve(item, kFailed);
     if (!platform::fs::IsUsableName(newName)) return Failed(util::kBadName, kFailed);

@@ -9,6 +9,7 @@
 #include "sound/functions/extract_info_function.h"
 #include "sound/functions/sound_info_function.h"
 #include "sound/functions/waveform_function.h"
+#include "util/status_codes.h"
 
 #include <array>
 
@@ -17,13 +18,14 @@ namespace vd {
 namespace {
 
 constexpr FunctionEntry Sound(int16_t id, const char* name, int16_t minArgs, int16_t maxArgs, uint32_t flags,
-                              Handler handler = NotImplemented) {
-    return {id, name, 200 + id, nullptr, minArgs, maxArgs, flags, handler, FunctionGroup::Sound};
+                              Handler handler = NotImplemented, CountRule ownCount = {}) {
+    return {id, name, 200 + id, nullptr, minArgs, maxArgs, flags, handler, FunctionGroup::Sound, ownCount};
 }
 
 constexpr FunctionEntry Numbered(FunctionGroup group, int16_t id, const char* name, const char* prototype,
-                                 int16_t minArgs, int16_t maxArgs, Handler handler = NotImplemented) {
-    return {id, name, 0, prototype, minArgs, maxArgs, kShownEverywhere, handler, group};
+                                 int16_t minArgs, int16_t maxArgs, Handler handler = NotImplemented,
+                                 CountRule ownCount = {}) {
+    return {id, name, 0, prototype, minArgs, maxArgs, kShownEverywhere, handler, group, ownCount};
 }
 
 constexpr FunctionEntry Image(int16_t id, const char* name, const char* prototype, int16_t minArgs,
@@ -31,18 +33,41 @@ constexpr FunctionEntry Image(int16_t id, const char* name, const char* prototyp
     return Numbered(FunctionGroup::Image, id, name, prototype, minArgs, maxArgs);
 }
 
+// The sound functions refuse a count of their own with -50 and a sentence that says what they need.
+constexpr CountRule Requires(int16_t min, int16_t max, const char* message) {
+    return {min, max, util::kBadParameter, message};
+}
+
+// The file functions' rule: exactly the registered count, or 20100 with a sentence that says it.
+constexpr CountRule RequiresExactly(int16_t count) {
+    constexpr const char* kMessages[] = {"Requires no parameters", "Requires exactly one parameter",
+                                         "Requires exactly 2 parameters", "Requires exactly 3 parameters"};
+    return {count, count, util::kWrongArgumentCount, count >= 0 && count < 4 ? kMessages[count] : nullptr};
+}
+
 constexpr FunctionEntry File(int16_t id, const char* name, const char* prototype, int16_t minArgs,
-                             int16_t maxArgs, Handler handler = NotImplemented) {
-    return Numbered(FunctionGroup::File, id, name, prototype, minArgs, maxArgs, handler);
+                             int16_t maxArgs, Handler handler) {
+    return Numbered(FunctionGroup::File, id, name, prototype, minArgs, maxArgs, handler,
+                    RequiresExactly(minArgs));
+}
+
+constexpr FunctionEntry Reported(FunctionEntry entry, Reporting reporting) {
+    entry.reporting = reporting;
+    return entry;
+}
+
+constexpr FunctionEntry AnsweringAs(FunctionEntry entry, int16_t id) {
+    entry.answersAs = id;
+    return entry;
 }
 
 // Old releases listed a scrap-type function here; its ids stay used up so later ids never move.
 constexpr FunctionEntry Placeholder(int16_t id) {
-    return {id, "Dummy", 0, "Vandrel_ListScrapTypes(container)", 0, 0, 0, nullptr, FunctionGroup::Unregistered};
+    return {id, "Dummy", 0, "Vandrel_ListScrapTypes(container)", 0, 0, 0, nullptr, FunctionGroup::Unregistered, {}};
 }
 
 constexpr FunctionEntry Unused(int16_t id) {
-    return {id, nullptr, 0, nullptr, 0, 0, 0, nullptr, FunctionGroup::Unregistered};
+    return {id, nullptr, 0, nullptr, 0, 0, 0, nullptr, FunctionGroup::Unregistered, {}};
 }
 
 constexpr auto kNoUI = kShownEverywhereNoUI;
@@ -50,21 +75,30 @@ constexpr auto kUI = kShownEverywhere;
 
 // Ids never change: databases store calls by id.
 constexpr std::array kTable{
-    Sound(1, "Vandrel_Version", 1, 1, kNoUI, VersionFunction),
+    Sound(1, "Vandrel_Version", 1, 1, kNoUI, VersionFunction, {1, 1, util::kBadParameter}),
     Sound(2, "Vandrel_PlaySound", 1, 4, kUI),
     Sound(3, "Vandrel_CreateSound", 1, -1, kNoUI, sound::CreateSoundFunction),
-    Sound(4, "Vandrel_AppendSound", 2, 2, kNoUI, sound::AppendSoundFunction),
-    Sound(5, "Vandrel_ExtractSound", 3, 3, kNoUI, sound::ExtractSoundFunction),
-    Sound(6, "Vandrel_GetSoundInfo", 1, 1, kNoUI, sound::SoundInfoFunction),
-    Sound(7, "Vandrel_MixSounds", 2, 2, kNoUI, sound::MixSoundsFunction),
+    Sound(4, "Vandrel_AppendSound", 2, 2, kNoUI, sound::AppendSoundFunction,
+          Requires(2, 2, "This function requires exactly 2 parameters.")),
+    Sound(5, "Vandrel_ExtractSound", 3, 3, kNoUI, sound::ExtractSoundFunction,
+          Requires(3, 3, "This function expects 3 parameters.")),
+    Sound(6, "Vandrel_GetSoundInfo", 1, 1, kNoUI, sound::SoundInfoFunction,
+          Requires(1, 1, "This function requires exactly 1 parameter.")),
+    Sound(7, "Vandrel_MixSounds", 2, 2, kNoUI, sound::MixSoundsFunction,
+          Requires(2, 2, "This function requires exactly 2 parameters.")),
     Sound(8, "Vandrel_SoundFormatDialog", 1, 1, kUI),
     Sound(9, "Vandrel_ConvertSound", 3, -1, kNoUI),
     Sound(10, "Vandrel_ListSoundOutputFormats", 0, 0, kNoUI),
-    Sound(11, "Vandrel_Amplify", 2, 3, kNoUI, sound::AmplifyFunction),
-    Sound(12, "Vandrel_FadeSound", 5, 5, kNoUI, sound::FadeSoundFunction),
-    Sound(13, "Vandrel_GetLastError", 0, 0, kNoUI, LastErrorFunction),
+    // More than three arguments are not refused: the rest are not read.
+    Sound(11, "Vandrel_Amplify", 2, 3, kNoUI, sound::AmplifyFunction,
+          Requires(2, -1, "This function requires 2 or 3 parameters.")),
+    Sound(12, "Vandrel_FadeSound", 5, 5, kNoUI, sound::FadeSoundFunction,
+          Requires(5, 5, "This function expects 5 parameters.")),
+    Reported(Sound(13, "Vandrel_GetLastError", 0, 0, kNoUI, LastErrorFunction, RequiresExactly(0)),
+             Reporting::kKeepsLastError),
     Sound(14, "Vandrel_StopSound", 0, 0, kUI),
-    Sound(15, "Vandrel_ExtractInfo", 1, 2, kNoUI, sound::ExtractInfoFunction),
+    Sound(15, "Vandrel_ExtractInfo", 1, 2, kNoUI, sound::ExtractInfoFunction,
+          Requires(1, 2, "This function requires 1 or 2 arguments.")),
     Sound(16, "Vandrel_InsertQuickTime", 0, 1, kUI),
     Sound(17, "Vandrel_RecordSoundStart", 0, 3, kUI),
     Sound(18, "Vandrel_RecordSoundStop", 0, 0, kUI),
@@ -75,8 +109,15 @@ constexpr std::array kTable{
     Sound(23, "Vandrel_Set", 1, 2, kNoUI),
     Sound(24, "Vandrel_GetMetadata", 1, 3, kNoUI),
     Sound(25, "Vandrel_PlayPause", 0, 1, kUI),
-    Sound(26, "Vandrel_Normalize", 1, 1, kNoUI, sound::NormalizeFunction),
-    Sound(27, "Vandrel_DrawWaveform", 6, 8, kUI, sound::DrawWaveformFunction),
+    // Normalize is Amplify with its mode chosen: the result answers what Amplify would, while
+    // Vandrel_GetLastError tells the outcome as Normalize's own.
+    AnsweringAs(Sound(26, "Vandrel_Normalize", 1, 1, kNoUI, sound::NormalizeFunction,
+                      Requires(1, 1, "This function requires 1 parameter.")),
+                11),
+    // Only four arguments are needed; the optional ones count as left out when empty.
+    Reported(Sound(27, "Vandrel_DrawWaveform", 6, 8, kUI, sound::DrawWaveformFunction,
+                   Requires(4, -1, "This function requires at least 4 parameters.")),
+             Reporting::kEmptyResult),
 
     Image(51, "Vandrel_ExportField", "Vandrel_ExportField ( container ; path ; replace )", 3, 3),
     Image(52, "Vandrel_TScale", "Vandrel_TScale ( xScale ; yScale )", 2, 2),
@@ -108,7 +149,9 @@ constexpr std::array kTable{
     File(73, "Vandrel_CreateAlias", "Vandrel_CreateAlias ( targetItem ; alias )", 2, 2, files::CreateAliasFunction),
     File(74, "Vandrel_OpenItem", "Vandrel_OpenItem ( item )", 1, 1, files::OpenItemFunction),
     File(75, "Vandrel_ListDisks", "Vandrel_ListDisks", 0, 0, files::ListDisksFunction),
-    File(76, "Vandrel_GetPath", "Vandrel_GetPath ( container )", 1, 2, files::GetPathFunction),
+    // The message has never matched the registered counts; scripts compare it as it is.
+    Numbered(FunctionGroup::File, 76, "Vandrel_GetPath", "Vandrel_GetPath ( container )", 1, 2,
+             files::GetPathFunction, {1, -1, util::kWrongArgumentCount, "Requires either 0 or 1 parameters"}),
     File(77, "Vandrel_GetName", "Vandrel_GetName ( container )", 1, 1, files::GetNameFunction),
     Placeholder(78), Placeholder(79), Placeholder(80), Placeholder(81), Placeholder(82),
     Placeholder(83), Placeholder(84), Placeholder(85), Placeholder(86),
@@ -136,9 +179,22 @@ constexpr bool IdsFollowRegistrationOrder() {
         if (e.group == FunctionGroup::Sound && (numbering || e.prototypeKey != 200 + e.id)) return false;
         if (e.id != next++) return false;
         if (e.group != FunctionGroup::Unregistered && !e.name) return false;
+        // Positive codes have no table text to stand in for a missing message.
+        if (e.ownCount.status > 0 && !e.ownCount.message) return false;
     }
     return next == kNextIdAfterRegistration;
 }
+
+constexpr bool AnswersAsARegisteredFunction() {
+    for (const auto& e : kTable) {
+        if (!e.answersAs) continue;
+        bool found = false;
+        for (const auto& other : kTable) found |= other.id == e.answersAs && other.group != FunctionGroup::Unregistered;
+        if (!found) return false;
+    }
+    return true;
+}
+static_assert(AnswersAsARegisteredFunction(), "a function can only answer as another registered function");
 static_assert(IdsFollowRegistrationOrder(), "function ids must follow registration order");
 
 constexpr auto kById = [] {

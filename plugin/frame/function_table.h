@@ -22,6 +22,24 @@ enum class FunctionGroup {
     Unregistered,  // uses up its id and registers nothing
 };
 
+// A function's own rule for its argument count, with what it answers outside it. The host refuses
+// counts outside the registered minArgs..maxArgs before the plug-in sees a call, and no rule here is
+// narrower than that, so a rule is met only by a host that does not check the registered counts;
+// the dispatch applies it all the same, so that such a call answers what it always has.
+struct CountRule {
+    int16_t min = 0, max = -1;      // max -1: no upper limit
+    int32_t status = 0;             // 0: no rule of its own, every count reaches the handler
+    const char* message = nullptr;  // none: the status's table text
+};
+
+// How the dispatch reports a function's outcome.
+enum class Reporting {
+    kStatusText,      // a failure answers its status text as the result
+    kEmptyResult,     // a failure leaves the result empty; the status is for Vandrel_GetLastError
+    kKeepsLastError,  // reports on the error object, which it leaves as it is; a refused count
+                      // answers a status text without a name
+};
+
 struct FunctionEntry {
     int16_t id;
     const char* name;       // Sound: also derived from the localized prototype at registration
@@ -31,6 +49,11 @@ struct FunctionEntry {
     uint32_t flags;
     Handler handler;
     FunctionGroup group;
+    CountRule ownCount = {};
+    Reporting reporting = Reporting::kStatusText;
+    // 0, or the id of the function whose name the status text of a failed outcome carries. The
+    // error object always names the function itself.
+    int16_t answersAs = 0;
 };
 
 // Sound entries in id order, then the image and file entries in registration order (their ids

@@ -1,6 +1,5 @@
 #include "frame/lifecycle.h"
 
-#include "fmapi/args/legacy_result.h"
 #include "fmapi/errors/localized_strings.h"
 #include "frame/function_table.h"
 #include "frame/host_version.h"
@@ -42,7 +41,6 @@ intptr_t StartUp(const ExternCallBlock& block) noexcept {
         if (!IsAcceptedHostVersion(gHostVersionCode)) return -2;
         gHostInterfaceVersion = block.extnVersion;
 
-        KeepMemoryCallbacks(block);
         if (!StartMediaLayer()) return -2;
         if (!StartUpSubsystems()) return -2;
 
@@ -68,7 +66,6 @@ void ShutDown() noexcept {
     platform::RemoveInterruptCleanup();
     UnregisterAllFunctions();
     ShutDownSubsystems();
-    ReleaseLegacyResult();
     ForgetLocalizedStrings();
 }
 

@@ -1,15 +1,9 @@
 #include "frame/not_implemented.h"
 
-#include "fmapi/args/results.h"
-#include "fmapi/errors/vds_error.h"
-#include "frame/function_table.h"
+#include "util/status_codes.h"
 
 namespace vd {
 
-FMX_ErrCode NotImplemented(const FunctionCall& call) {
-    VDSError& error = Begin(call.entry.name);
-    error.SetCode(-4);
-    return SetResultUtf8(call.result, error.StatusText());
-}
+fmapi::Outcome NotImplemented(const FunctionCall&) { return fmapi::Outcome::Failure(util::kUnimplemented); }
 
 }  // namespace vd

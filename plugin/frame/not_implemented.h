@@ -5,8 +5,8 @@
 
 namespace vd {
 
-// Names the function, sets -4 ("Feature is not implemented yet.") on the error object and answers
-// its status text, so that scripts see the same shape of answer as from a working function.
-FMX_ErrCode NotImplemented(const FunctionCall& call);
+// -4 ("Feature is not implemented yet."), so that scripts see the same shape of answer as from a
+// working function.
+fmapi::Outcome NotImplemented(const FunctionCall& call);
 
 }  // namespace vd

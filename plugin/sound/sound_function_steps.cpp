@@ -2,16 +2,15 @@
 
 #include "container/movie_parameter.h"
 #include "container/sound_container.h"
-#include "fmapi/args/results.h"
 #include "platform/media/mixed_sample_store.h"
 #include "platform/media/movie_from_file.h"
 #include "sound/editing/wav_conversion.h"
+#include "util/status_codes.h"
 
 namespace vd::sound {
 
 namespace {
 
-constexpr int32_t kParamErr = -50;
 // Five minutes of CD-quality sound (53 MB): a mix of unknown length up to this is held in memory,
 // a longer one is written to a temporary file, so that hour-long sounds do not fill the memory.
 constexpr int64_t kLargestMixInMemory = int64_t(44100) * 60 * 5;
@@ -21,7 +20,7 @@ constexpr int64_t kLargestMixInMemory = int64_t(44100) * 60 * 5;
 int32_t OpenSoundParameter(const FMX_DataVect* args, uint32_t index, SoundMovie& sound) {
     bool found = false;
     if (int32_t e = container::MovieFromParameter(args, index, sound.movie, found)) return e;
-    return found ? 0 : kParamErr;
+    return found ? 0 : util::kBadParameter;
 }
 
 int32_t SoundParameter(const FMX_DataVect* args, uint32_t index, PcmNeed need, SoundMovie& sound, bool& found) {
@@ -73,29 +72,15 @@ int32_t StoreSoundResult(FMX_Data* result, media::Movie&& edited) {
     return container::StoreMovieAsSound(result, rendered.movie);
 }
 
-int32_t OpenTwoSoundParameters(VDSError& error, const FMX_DataVect* args, FMX_Data* result, SoundMovie& first,
-                               SoundMovie& second) {
-    if (int32_t e = OpenSoundParameter(args, 0, first)) {
-        ReportFailure(error, result, e, "Could not get parameter #1 as sound.");
-        return e;
-    }
-    if (int32_t e = OpenSoundParameter(args, 1, second)) {
-        ReportFailure(error, result, e, "Could not get parameter #2 as sound.");
-        return e;
-    }
-    return 0;
+std::optional<fmapi::Outcome> OpenTwoSoundParameters(const FMX_DataVect* args, SoundMovie& first, SoundMovie& second) {
+    if (int32_t e = OpenSoundParameter(args, 0, first)) return StepFailure(e, "Could not get parameter #1 as sound.");
+    if (int32_t e = OpenSoundParameter(args, 1, second)) return StepFailure(e, "Could not get parameter #2 as sound.");
+    return std::nullopt;
 }
 
-std::string_view StepFailureMessage(int32_t code, std::string_view stepMessage) {
-    if (code == media::kMemoryFull && media::TakeSoundTooLarge()) return "The sound is too large.";
-    return stepMessage;
-}
-
-FMX_ErrCode ReportFailure(VDSError& error, FMX_Data* result, int32_t code, std::string_view message) {
-    message = StepFailureMessage(code, message);
-    error.SetCode(code);
-    if (!message.empty()) error.SetMessage(message);
-    return SetResultUtf8(result, error.StatusText());
+fmapi::Outcome StepFailure(int32_t code, std::string_view message) {
+    if (code == media::kMemoryFull && media::TakeSoundTooLarge()) message = "The sound is too large.";
+    return fmapi::Outcome::Failure(code, std::string(message));
 }
 
 }  // namespace vd::sound

@@ -6,7 +6,7 @@
 // failed.
 #pragma once
 
-#include "fmapi/errors/vds_error.h"
+#include "fmapi/outcome.h"
 #include "platform/media/movie.h"
 #include "platform/media/render.h"
 #include "sound/sound_movie.h"
@@ -14,6 +14,7 @@
 #include <fmx/fmx.h>
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace vd::sound {
@@ -55,17 +56,13 @@ media::Status RenderResult(media::Movie&& edited, const media::RenderOptions& op
 // The edited movie, mixed as RenderResult mixes it, as the container result. 0 or the failure's code; the result is untouched on failure.
 int32_t StoreSoundResult(FMX_Data* result, media::Movie&& edited);
 
-// The two sound arguments of a function that combines sounds, with the messages for either.
-// 0, or the failure already reported (its result set) through ReportFailure.
-int32_t OpenTwoSoundParameters(VDSError& error, const FMX_DataVect* args, FMX_Data* result, SoundMovie& first,
-                               SoundMovie& second);
+// The two sound arguments of a function that combines sounds: the failure, with the message for
+// either, or none when both opened.
+std::optional<fmapi::Outcome> OpenTwoSoundParameters(const FMX_DataVect* args, SoundMovie& first, SoundMovie& second);
 
-// The message a failed step shows: its own, unless the sound was refused as too large to convert
-// or render (-108), which says so rather than blaming the step or the memory.
-std::string_view StepFailureMessage(int32_t code, std::string_view stepMessage);
-
-// A failed sound function: the code, the function's message for it ("" keeps the code's own) and
-// the status text of both as the function's result.
-FMX_ErrCode ReportFailure(VDSError& error, FMX_Data* result, int32_t code, std::string_view message);
+// A failed step of a sound function: the code and the step's message ("" keeps the code's own),
+// unless the sound was refused as too large to convert or render (-108), which says so rather
+// than blaming the step or the memory.
+fmapi::Outcome StepFailure(int32_t code, std::string_view message);
 
 }  // namespace vd::sound

@@ -3,6 +3,7 @@
 #include "platform/fs/special_folders.h"
 #include "sound/delete_file.h"
 #include "platform/common/tick_count.h"
+#include "util/status_codes.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -16,7 +17,6 @@ namespace vd::sound {
 
 namespace {
 
-constexpr media::Status kDuplicateName = -48;  // dupFNErr
 constexpr uint32_t kGiveUpTicks = 5 * 60;
 
 std::string NameFor(uint32_t ticks, std::string_view extension) {
@@ -74,7 +74,8 @@ media::Status TemporaryFile::Create(std::string_view extension, TemporaryFile& f
             return media::kNoError;
         }
         if (errno != EEXIST) return media::StatusFromErrno(errno, media::MediaStep::kWriting);
-        if (ticks - first > kGiveUpTicks) return media::MediaFailure(kDuplicateName, "no free temporary name in " + folder);
+        if (ticks - first > kGiveUpTicks)
+            return media::MediaFailure(util::kAlreadyExists, "no free temporary name in " + folder);
         WaitForNextTick(ticks);
     }
 }

@@ -1,6 +1,7 @@
-// The status codes that paths, settings texts and time texts answer with. They are the file-system
-// and memory codes users already know from the message table, so a failure reads the same whichever
-// layer found it.
+// Every status code the plug-in answers, named once. Most are the Mac result codes users already
+// know from the message table, so a failure reads the same whichever layer found it; the positive
+// ones are the plug-in's own and always come with a message. The libraries' errors become these
+// codes in one place per library (platform/media/errors.cpp, platform/graphics, platform/fs).
 #pragma once
 
 #include <cstdint>
@@ -10,20 +11,38 @@ namespace vd::util {
 using Status = int16_t;
 
 inline constexpr Status kNoError = 0;
-inline constexpr Status kIoError = -36;           // the file system failed in a way we cannot name
-inline constexpr Status kNoSuchVolume = -35;      // volume, drive or network share not mounted
-inline constexpr Status kBadName = -37;           // a name or path too long for the file system
-inline constexpr Status kFileNotFound = -43;      // even the folder that should hold the item is missing
-inline constexpr Status kBadParameter = -50;      // missing or malformed text
-inline constexpr Status kPermissionDenied = -54;  // a folder on the way may not be searched
-inline constexpr Status kMemoryFull = -108;
+inline constexpr Status kUnknownError = -1;
+inline constexpr Status kUnknownError2 = -2;
+inline constexpr Status kUnimplemented = -4;      // unimpErr: a feature or format not supported
 inline constexpr Status kDiskFull = -34;
-inline constexpr Status kDiskLocked = -46;         // a read-only file system
+inline constexpr Status kNoSuchVolume = -35;      // volume, drive or network share not mounted
+inline constexpr Status kIoError = -36;           // the file system failed in a way we cannot name
+inline constexpr Status kBadName = -37;           // a name or path the file system cannot take
+inline constexpr Status kEndOfFile = -39;
+inline constexpr Status kFileNotFound = -43;      // even the folder that should hold the item is missing
+inline constexpr Status kDiskLocked = -46;        // a read-only file system
 inline constexpr Status kFileBusy = -47;
-inline constexpr Status kAlreadyExists = -48;
-inline constexpr Status kUserCancelled = -128;
-inline constexpr Status kNotAFile = -1302;         // a folder where a file was expected
+inline constexpr Status kAlreadyExists = -48;     // dupFNErr
+inline constexpr Status kBadParameter = -50;      // paramErr: missing or malformed argument
+inline constexpr Status kPermissionDenied = -54;  // a folder on the way may not be searched
+inline constexpr Status kMemoryFull = -108;       // also for sizes too large to hold
 inline constexpr Status kFolderNotFound = -120;   // base folder missing, or ".." climbs above it
+inline constexpr Status kUserCancelled = -128;
+inline constexpr Status kBadChannel = -205;       // a channel the sound does not have
+inline constexpr Status kBadSoundFormat = -206;   // a "snd " resource we cannot read
+inline constexpr Status kNotAFile = -1302;        // a folder where a file was expected
 inline constexpr Status kNotAFolder = -1407;      // the item that should hold the target is a file
+inline constexpr Status kCorruptData = -2001;     // bytes that are no image or sound description we read
+inline constexpr Status kNoComponent = -2005;     // badComponentType: no loader, saver or exporter
+inline constexpr Status kNoSuchTrack = -2028;
+inline constexpr Status kInternalComponentError = -2070;  // a library failed in its own work
+inline constexpr Status kNoSoundStream = -2114;   // a container without a "snd " stream
+
+inline constexpr Status kContainerData = 555;     // container data where a path belongs
+inline constexpr Status kWrongArgumentCount = 20100;
+inline constexpr Status kNotText = 20102;
+inline constexpr Status kUnknownFolderCode = 20103;
+inline constexpr Status kTargetExists = 20200;
+inline constexpr Status kNotImageOrPath = 20400;  // the container holds no stream of the kind asked for
 
 }  // namespace vd::util

@@ -1,16 +1,12 @@
 #include "files/file_operations.h"
 #include "files/functions/file_functions.h"
-#include "fmapi/args/arg_count.h"
 #include "fmapi/args/arguments.h"
 
 namespace vd::files {
 
-FMX_ErrCode CreateAliasFunction(const FunctionCall& call) {
-    VDSError& error = Begin("Vandrel_CreateAlias");
-    if (CheckArgCount(call.args, 2)) return Answer(error, call.result, WrongArgumentCount(2));
+fmapi::Outcome CreateAliasFunction(const FunctionCall& call) {
     const PathArgument target = ReadPathArgument(call.args, 0);
-    const PathArgument alias = ReadPathArgument(call.args, 1);
-    return Answer(error, call.result, CreateAlias(target, alias));
+    return CreateAlias(target, ReadPathArgument(call.args, 1));
 }
 
 }  // namespace vd::files

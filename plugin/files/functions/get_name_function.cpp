@@ -1,14 +1,9 @@
 #include "files/file_operations.h"
 #include "files/functions/file_functions.h"
-#include "fmapi/args/arg_count.h"
 #include "fmapi/args/arguments.h"
 
 namespace vd::files {
 
-FMX_ErrCode GetNameFunction(const FunctionCall& call) {
-    VDSError& error = Begin("Vandrel_GetName");
-    if (CheckArgCount(call.args, 1)) return Answer(error, call.result, WrongArgumentCount(1));
-    return Answer(error, call.result, GetName(ReadPathArgument(call.args, 0)));
-}
+fmapi::Outcome GetNameFunction(const FunctionCall& call) { return GetName(ReadPathArgument(call.args, 0)); }
 
 }  // namespace vd::files

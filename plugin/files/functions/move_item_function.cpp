@@ -1,16 +1,12 @@
 #include "files/file_operations.h"
 #include "files/functions/file_functions.h"
-#include "fmapi/args/arg_count.h"
 #include "fmapi/args/arguments.h"
 
 namespace vd::files {
 
-FMX_ErrCode MoveItemFunction(const FunctionCall& call) {
-    VDSError& error = Begin("Vandrel_MoveItem");
-    if (CheckArgCount(call.args, 2)) return Answer(error, call.result, WrongArgumentCount(2));
+fmapi::Outcome MoveItemFunction(const FunctionCall& call) {
     const PathArgument source = ReadPathArgument(call.args, 0);
-    const PathArgument destination = ReadPathArgument(call.args, 1);
-    return Answer(error, call.result, MoveItem(source, destination));
+    return MoveItem(source, ReadPathArgument(call.args, 1));
 }
 
 }  // namespace vd::files

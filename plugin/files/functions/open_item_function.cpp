@@ -1,14 +1,9 @@
 #include "files/file_operations.h"
 #include "files/functions/file_functions.h"
-#include "fmapi/args/arg_count.h"
 #include "fmapi/args/arguments.h"
 
 namespace vd::files {
 
-FMX_ErrCode OpenItemFunction(const FunctionCall& call) {
-    VDSError& error = Begin("Vandrel_OpenItem");
-    if (CheckArgCount(call.args, 1)) return Answer(error, call.result, WrongArgumentCount(1));
-    return Answer(error, call.result, OpenItem(ReadPathArgument(call.args, 0)));
-}
+fmapi::Outcome OpenItemFunction(const FunctionCall& call) { return OpenItem(ReadPathArgument(call.args, 0)); }
 
 }  // namespace vd::files

@@ -1,16 +1,12 @@
 #include "files/file_operations.h"
 #include "files/functions/file_functions.h"
-#include "fmapi/args/arg_count.h"
 #include "fmapi/args/arguments.h"
 
 namespace vd::files {
 
-FMX_ErrCode RenameItemFunction(const FunctionCall& call) {
-    VDSError& error = Begin("Vandrel_RenameItem");
-    if (CheckArgCount(call.args, 2)) return Answer(error, call.result, WrongArgumentCount(2));
+fmapi::Outcome RenameItemFunction(const FunctionCall& call) {
     const PathArgument item = ReadPathArgument(call.args, 0);
-    const std::string newName = ArgCText(ArgText(call.args, 1));
-    return Answer(error, call.result, RenameItem(item, newName));
+    return RenameItem(item, ArgCText(ArgText(call.args, 1)));
 }
 
 }  // namespace vd::files

@@ -1,14 +1,11 @@
 #include "files/file_operations.h"
 #include "files/functions/file_functions.h"
-#include "fmapi/args/arg_count.h"
 #include "fmapi/args/arguments.h"
 
 namespace vd::files {
 
-FMX_ErrCode SetDefaultFolderFunction(const FunctionCall& call) {
-    VDSError& error = Begin("Vandrel_SetDefaultFolder");
-    if (CheckArgCount(call.args, 1)) return Answer(error, call.result, WrongArgumentCount(1));
-    return Answer(error, call.result, SetDefaultFolderTo(ReadPathArgument(call.args, 0)));
+fmapi::Outcome SetDefaultFolderFunction(const FunctionCall& call) {
+    return SetDefaultFolderTo(ReadPathArgument(call.args, 0));
 }
 
 }  // namespace vd::files

@@ -3,8 +3,7 @@
 #include "fmapi/args/boolean_words.h"
 #include "fmapi/args/host_data.h"
 #include "fmapi/args/host_text.h"
-#include "fmapi/args/legacy_result.h"
-#include "fmapi/args/type_code.h"
+#include "util/status_codes.h"
 
 #include <algorithm>
 #include <limits>
@@ -43,26 +42,12 @@ std::string ArgCText(const FMX_Text* text) {
 }
 
 int16_t ArgBoolean(const FMX_DataVect* args, uint32_t i, bool& value) {
-    if (i >= ArgCount(args)) return -50;
+    if (i >= ArgCount(args)) return util::kBadParameter;
     try {
         value = BooleanFromWord(ArgCText(ArgText(args, i)));
     } catch (const std::bad_alloc&) {
-        return -108;
+        return util::kMemoryFull;
     }
-    return 0;
-}
-
-int ArgTypeCode(uint32_t& code, const FMX_Data* data) {
-    if (ArgType(data) != FMX_TYPE_TEXT) {
-        SetLegacyResult(20102, "Image type code must be text");
-        return 1;
-    }
-    auto parsed = TypeCodeFromText(ArgCText(fmapi::DataGetAsText(data)));
-    if (!parsed) {
-        SetLegacyResult(20101, "Image type code must be exactly 4 characters, empty, or start a list of items");
-        return 1;
-    }
-    code = *parsed;
     return 0;
 }
 

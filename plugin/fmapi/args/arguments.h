@@ -26,8 +26,4 @@ std::string ArgCText(const FMX_Text* text);
 // Argument i as a yes/no word (BooleanFromWord). 0 done; -50 no such argument; -108 out of memory.
 int16_t ArgBoolean(const FMX_DataVect* args, uint32_t i, bool& value);
 
-// A four-character code given as text (TypeCodeFromText). 0 done; 1 failed, with the legacy
-// result 20102 (not text) or 20101 (wrong length).
-int ArgTypeCode(uint32_t& code, const FMX_Data* data);
-
 }  // namespace vd

@@ -2,12 +2,11 @@
 
 #include "fmapi/args/arguments.h"
 #include "fmapi/args/host_number.h"
+#include "util/status_codes.h"
 
 namespace vd {
 
 namespace {
-
-constexpr int16_t kParamErr = -50;
 
 bool IsNumberArgument(const FMX_DataVect* args, uint32_t i) {
     int32_t type = ArgType(ArgData(args, i));
@@ -17,20 +16,20 @@ bool IsNumberArgument(const FMX_DataVect* args, uint32_t i) {
 }  // namespace
 
 int16_t ArgTime(const FMX_DataVect* args, uint32_t i, uint32_t& fixed) {
-    if (i >= ArgCount(args)) return kParamErr;
+    if (i >= ArgCount(args)) return util::kBadParameter;
     if (IsNumberArgument(args, i)) return util::TimeFromSeconds(fmapi::FixPtAsFloat(ArgNumber(args, i)), fixed);
     return util::ParseTimeText(ArgCText(ArgText(args, i)), fixed);
 }
 
 int16_t ArgSignedTime(const FMX_DataVect* args, uint32_t i, util::SignedFixedTime& time) {
-    if (i >= ArgCount(args)) return kParamErr;
+    if (i >= ArgCount(args)) return util::kBadParameter;
     if (IsNumberArgument(args, i))
         return util::SignedTimeFromSeconds(fmapi::FixPtAsFloat(ArgNumber(args, i)), time);
     return util::ParseSignedTimeText(ArgCText(ArgText(args, i)), time);
 }
 
 int16_t ArgColor(const FMX_DataVect* args, uint32_t i, util::RgbColor& color) {
-    if (i >= ArgCount(args)) return kParamErr;
+    if (i >= ArgCount(args)) return util::kBadParameter;
     return util::ParseHtmlColor(ArgCText(ArgText(args, i)), color);
 }
 

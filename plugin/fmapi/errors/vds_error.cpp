@@ -9,88 +9,55 @@ namespace vd {
 
 VDSError gLastError;
 
-VDSError::~VDSError() = default;
-
 void VDSError::Clear() noexcept {
     code_ = 0;
-    message_.clear();
-    context_.reset();
+    name_.reset();
+    message_.reset();
 }
 
-void VDSError::SetContext(const char* functionName) noexcept {
-    context_.reset();
+void VDSError::SetName(const char* functionName) noexcept {
+    name_.reset();
     if (!functionName) return;
     try {
-        context_.emplace(functionName);
+        name_.emplace(functionName);
     } catch (const std::bad_alloc&) {
-        context_.reset();
+        name_.reset();
     }
 }
 
-void VDSError::ApplyMessage(std::string_view message) noexcept {
-    try {
-        std::string text;
-        if (context_) {
-            text.reserve(context_->size() + 2 + message.size());
-            text.append(*context_).append(": ");
-        }
-        text.append(message);
-        message_ = std::move(text);
-    } catch (const std::bad_alloc&) {
-        // Out of memory while reporting: the bare table text needs no allocation beyond what the
-        // string already holds in most cases; failing that, an empty message is still truthful.
-        message_.clear();
-    }
-}
-
-void VDSError::SetCode(int32_t code) noexcept {
+void VDSError::Set(int32_t code, std::string_view message) noexcept {
     code_ = code;
-    ApplyMessage(MessageForCode(code));
-}
-
-void VDSError::SetMessage(std::string_view message) noexcept { ApplyMessage(message); }
-
-void VDSError::AppendDetail(std::string_view detail) noexcept {
-    if (detail.empty()) return;
     try {
-        message_.append(" ").append(detail);
+        message_.emplace(message);
     } catch (const std::bad_alloc&) {
-        // The message without its detail still names the failure.
+        // Out of memory while reporting: the code's table text needs no copy and still names it.
+        message_.emplace();
     }
 }
 
-void VDSError::CopyFrom(const VDSError& other) noexcept {
-    if (&other == this) return;
-    try {
-        *this = other;
-    } catch (const std::bad_alloc&) {
-        code_ = other.code_;
-        message_.clear();
-        context_.reset();
-    }
+std::string_view VDSError::Message() const noexcept {
+    if (!message_) return {};
+    return message_->empty() ? MessageForCode(code_) : std::string_view(*message_);
 }
 
 void VDSError::Format(char* buffer, size_t size) const noexcept {
     if (!buffer || size == 0) return;
-    std::snprintf(buffer, size, "$%d:%s", static_cast<int>(code_), message_.c_str());
+    const bool named = name_ && message_;
+    const std::string_view message = Message();
+    std::snprintf(buffer, size, "$%d:%s%s%.*s", static_cast<int>(code_), named ? name_->c_str() : "",
+                  named ? ": " : "", static_cast<int>(message.size()), message.data());
 }
 
 std::string VDSError::StatusText() const {
-    return "$" + std::to_string(code_) + ":" + message_;
+    return vd::StatusText(code_, name_ && message_ ? name_->c_str() : nullptr, Message());
 }
 
-VDSError& Begin(const char* functionName) noexcept {
-    gLastError.Clear();
-    gLastError.SetContext(functionName);
-    return gLastError;
+std::string StatusText(int32_t code, const char* name, std::string_view message) {
+    std::string text = "$" + std::to_string(code) + ":";
+    if (name) text.append(name).append(": ");
+    return text.append(message);
 }
 
 void FormatLast(char* buffer, size_t size) noexcept { gLastError.Format(buffer, size); }
-
-const char* FormatHex32(uint32_t value) noexcept {
-    static char buffer[9];
-    std::snprintf(buffer, sizeof buffer, "%8.8lX", static_cast<unsigned long>(value));
-    return buffer;
-}
 
 }  // namespace vd

@@ -1,5 +1,5 @@
-// The error object: the outcome of the running function as a code, a message and the name of the
-// function, which every message carries as its prefix.
+// The error object: the outcome of the last function called, kept as its code, its message and the
+// name of the function, and read as one status text, "$code:name: message".
 #pragma once
 
 #include <cstddef>
@@ -12,48 +12,36 @@ namespace vd {
 
 class VDSError {
 public:
-    VDSError() = default;
-    virtual ~VDSError();
-    VDSError(const VDSError&) = default;
-    VDSError& operator=(const VDSError&) = default;
-
+    // No outcome and no name: the status text is "$0:".
     void Clear() noexcept;
-    // Names the running function; a copy that cannot be made leaves no context (and so no prefix).
-    void SetContext(const char* functionName) noexcept;
-    // The code and its table message, prefixed with the context.
-    void SetCode(int32_t code) noexcept;
-    // A message of the function's own, prefixed with the context; the code is unchanged.
-    void SetMessage(std::string_view message) noexcept;
-    // Adds " detail" to the message; an empty detail changes nothing.
-    void AppendDetail(std::string_view detail) noexcept;
-    void CopyFrom(const VDSError& other) noexcept;
+    // The function the outcome belongs to; a copy that cannot be made leaves no name.
+    void SetName(const char* functionName) noexcept;
+    // The outcome: the code and the function's message for it; "" stands for the code's table text.
+    void Set(int32_t code, std::string_view message = {}) noexcept;
 
     int32_t Code() const noexcept { return code_; }
-    const std::string& Message() const noexcept { return message_; }
-    const std::optional<std::string>& Context() const noexcept { return context_; }
+    const std::optional<std::string>& Name() const noexcept { return name_; }
+    // The message shown after the name: the function's own or the code's table text; "" before
+    // any outcome.
+    std::string_view Message() const noexcept;
 
-    // "$code:message", cut to the buffer by snprintf (so always terminated when size > 0).
+    // The status text, cut to the buffer by snprintf (so always terminated when size > 0).
     void Format(char* buffer, size_t size) const noexcept;
     std::string StatusText() const;
 
 private:
-    void ApplyMessage(std::string_view message) noexcept;
-
-    std::string message_;
     int32_t code_ = 0;
-    std::optional<std::string> context_;
+    std::optional<std::string> name_;
+    std::optional<std::string> message_;  // none: no outcome yet, so neither name nor message shows
 };
+
+// How every status text reads: "$code:name: message", or "$code:message" without a name.
+std::string StatusText(int32_t code, const char* name, std::string_view message);
 
 // The outcome of the last function called; used on the host's main thread only.
 extern VDSError gLastError;
 
-// What every function does first: clear the last outcome and name itself.
-VDSError& Begin(const char* functionName) noexcept;
-
-// gLastError as "$code:message" into the buffer.
+// gLastError's status text into the buffer.
 void FormatLast(char* buffer, size_t size) noexcept;
-
-// "%8.8lX" into one static buffer that the next call overwrites.
-const char* FormatHex32(uint32_t value) noexcept;
 
 }  // namespace vd

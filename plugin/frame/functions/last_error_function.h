@@ -6,6 +6,6 @@
 namespace vd {
 
 // "$code:message" of the error object, which it leaves as it is, so it can be asked twice.
-FMX_ErrCode LastErrorFunction(const FunctionCall& call);
+fmapi::Outcome LastErrorFunction(const FunctionCall& call);
 
 }  // namespace vd

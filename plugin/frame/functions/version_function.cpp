@@ -1,10 +1,8 @@
 #include "frame/functions/version_function.h"
 
-#include "fmapi/args/arg_count.h"
 #include "fmapi/args/arguments.h"
-#include "fmapi/args/results.h"
 #include "fmapi/errors/localized_strings.h"
-#include "fmapi/errors/vds_error.h"
+#include "util/status_codes.h"
 
 #include "vandrel_version.h"
 
@@ -47,28 +45,17 @@ std::string LongVersionText() {
     return "Vandrel " VANDREL_VERSION_TEXT " for Linux (built " VANDREL_BUILD_DATE ")";
 }
 
-FMX_ErrCode VersionFunction(const FunctionCall& call) {
-    VDSError& error = Begin("Vandrel_Version");
-    if (CheckArgCount(call.args, 1)) {
-        error.SetCode(-50);
-        return SetResultUtf8(call.result, error.StatusText());
-    }
-    VersionForm form = VersionFormOf(ArgCText(ArgText(call.args, 0)));
-    if (form == VersionForm::Unknown) {
-        error.SetCode(-50);
-        return SetResultUtf8(call.result, error.StatusText());
-    }
-    error.SetCode(0);
-    switch (form) {
+fmapi::Outcome VersionFunction(const FunctionCall& call) {
+    switch (VersionFormOf(ArgCText(ArgText(call.args, 0)))) {
     case VersionForm::Default:
-        return SetResultUtf16(call.result, LocalizedString(kVersionStringNumber, kVersionStringCapacity));
-    case VersionForm::Long: return SetResultUtf8(call.result, LongVersionText());
-    case VersionForm::Short: return SetResultUtf8(call.result, VANDREL_VERSION_TEXT);
-    case VersionForm::Platform: return SetResultUtf8(call.result, "Linux");
-    case VersionForm::Number: return SetResultNumber(call.result, int32_t{VANDREL_VERSION_NUMBER});
+        return fmapi::Outcome::Text(LocalizedString(kVersionStringNumber, kVersionStringCapacity));
+    case VersionForm::Long: return fmapi::Outcome::Text(LongVersionText());
+    case VersionForm::Short: return fmapi::Outcome::Text(VANDREL_VERSION_TEXT);
+    case VersionForm::Platform: return fmapi::Outcome::Text("Linux");
+    case VersionForm::Number: return fmapi::Outcome::Number(VANDREL_VERSION_NUMBER);
     case VersionForm::Unknown: break;
     }
-    return 0;
+    return fmapi::Outcome::Failure(util::kBadParameter);
 }
 
 }  // namespace vd

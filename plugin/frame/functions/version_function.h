@@ -19,7 +19,7 @@ std::string LongVersionText();
 
 // Default: "String3" of the localization table. Long, Short ("7.0.1"), Platform ("Linux"): texts.
 // Number: 70001 (major * 10000 + minor * 100 + patch) as a number. Unknown: the status text
-// "$-50:Vandrel_Version: Wrong parameter(s)." with the error object set to match.
-FMX_ErrCode VersionFunction(const FunctionCall& call);
+// "$-50:Vandrel_Version: Wrong parameter(s).".
+fmapi::Outcome VersionFunction(const FunctionCall& call);
 
 }  // namespace vd

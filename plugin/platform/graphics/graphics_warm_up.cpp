@@ -12,7 +12,7 @@ GraphicsWarmUp::GraphicsWarmUp() {
     if (VipsStarted()) return;
     try {
         helper_ = std::thread([] {
-            if (StartVips() != kGraphicsOk) return;
+            if (StartVips() != util::kNoError) return;
             // The first picture a process encodes also pays for setting up the saver; a picture of
             // one pixel takes that on here.
             if (auto dot = PixelBuffer::Make(1, 1)) {

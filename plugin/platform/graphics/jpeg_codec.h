@@ -2,7 +2,7 @@
 // back (sizes and pixels) by whoever needs to look at one.
 #pragma once
 
-#include "platform/graphics/graphics_status.h"
+#include "util/status_codes.h"
 #include "platform/graphics/pixel_buffer.h"
 
 #include <cstddef>
@@ -15,9 +15,9 @@ namespace vd::platform {
 inline constexpr int kJpegBestQuality = 100;
 
 // The top-left width x height pixels of the buffer as a JPEG file (colour only: alpha is dropped).
-// kGraphicsBadParameter when the region is empty or larger than the buffer; the library's failure
+// util::kBadParameter when the region is empty or larger than the buffer; the library's failure
 // otherwise.
-GraphicsStatus EncodeJpeg(const PixelBuffer& buffer, int32_t width, int32_t height, int quality,
+util::Status EncodeJpeg(const PixelBuffer& buffer, int32_t width, int32_t height, int quality,
                           std::vector<uint8_t>& jpeg);
 
 struct DecodedImage {
@@ -27,9 +27,9 @@ struct DecodedImage {
     const uint8_t* At(int32_t x, int32_t y) const { return &rgb[(size_t(y) * size_t(width) + size_t(x)) * 3]; }
 };
 
-// Any picture libvips reads (JPEG, PNG ...) as 8-bit RGB. kGraphicsCorruptImage for bytes that are no
-// picture; kGraphicsMemoryFull for a picture of more than PixelBuffer::kMaxPixels pixels, which is
+// Any picture libvips reads (JPEG, PNG ...) as 8-bit RGB. util::kCorruptData for bytes that are no
+// picture; util::kMemoryFull for a picture of more than PixelBuffer::kMaxPixels pixels, which is
 // refused before its pixels are decoded.
-GraphicsStatus DecodeImage(const void* bytes, size_t size, DecodedImage& image);
+util::Status DecodeImage(const void* bytes, size_t size, DecodedImage& image);
 
 }  // namespace vd::platform

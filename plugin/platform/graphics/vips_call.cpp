@@ -62,7 +62,7 @@ VipsCall& VipsCall::SetBlob(const char* name, const void* bytes, size_t size) {
     return *this;
 }
 
-GraphicsStatus VipsCall::Run(GraphicsStep step) {
+util::Status VipsCall::Run(GraphicsStep step) {
     if (!operation_) return StatusFromVipsError(step);
     VipsOperation* built = vips_cache_operation_build(operation_);
     if (!built) return StatusFromVipsError(step);
@@ -70,31 +70,31 @@ GraphicsStatus VipsCall::Run(GraphicsStep step) {
     g_object_unref(operation_);
     operation_ = built;
     built_ = true;
-    return kGraphicsOk;
+    return util::kNoError;
 }
 
-GraphicsStatus VipsCall::Run(GraphicsStep step, VipsImagePtr& out) {
-    if (GraphicsStatus s = Run(step)) return s;
+util::Status VipsCall::Run(GraphicsStep step, VipsImagePtr& out) {
+    if (util::Status s = Run(step)) return s;
     OwnedValue value(VIPS_TYPE_IMAGE);
     g_object_get_property(Object(), "out", &value.value);
     out.reset(static_cast<VipsImage*>(g_value_dup_object(&value.value)));
-    return out ? kGraphicsOk : kGraphicsInternal;
+    return out ? util::kNoError : util::kInternalComponentError;
 }
 
-GraphicsStatus VipsCall::CopyBlob(const char* name, std::vector<uint8_t>& bytes) {
-    if (!built_) return kGraphicsInternal;
+util::Status VipsCall::CopyBlob(const char* name, std::vector<uint8_t>& bytes) {
+    if (!built_) return util::kInternalComponentError;
     OwnedValue value(VIPS_TYPE_BLOB);
     g_object_get_property(Object(), name, &value.value);
     auto* blob = static_cast<VipsBlob*>(g_value_get_boxed(&value.value));
-    if (!blob) return kGraphicsInternal;
+    if (!blob) return util::kInternalComponentError;
     size_t length = 0;
     const auto* data = static_cast<const uint8_t*>(vips_blob_get(blob, &length));
     try {
         bytes.assign(data, data + length);
     } catch (const std::bad_alloc&) {
-        return kGraphicsMemoryFull;
+        return util::kMemoryFull;
     }
-    return kGraphicsOk;
+    return util::kNoError;
 }
 
 }  // namespace vd::platform

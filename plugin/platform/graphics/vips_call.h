@@ -4,7 +4,7 @@
 // to a library loaded at run time, so the graphics layer goes through here instead.
 #pragma once
 
-#include "platform/graphics/graphics_status.h"
+#include "util/status_codes.h"
 #include "platform/graphics/vips_library.h"
 #include "platform/graphics/vips_owners.h"
 
@@ -34,11 +34,11 @@ public:
     VipsCall& SetBlob(const char* name, const void* bytes, size_t size);
 
     // Runs the operation; when it fails, the status of libvips's error for that step.
-    GraphicsStatus Run(GraphicsStep step);
+    util::Status Run(GraphicsStep step);
     // Runs it and takes its "out" image, which most operations make.
-    GraphicsStatus Run(GraphicsStep step, VipsImagePtr& out);
+    util::Status Run(GraphicsStep step, VipsImagePtr& out);
     // A blob the operation made (what a saver writes to memory), after Run.
-    GraphicsStatus CopyBlob(const char* name, std::vector<uint8_t>& bytes);
+    util::Status CopyBlob(const char* name, std::vector<uint8_t>& bytes);
 
 private:
     GObject* Object() { return &operation_->parent_instance.parent_instance; }

@@ -19,7 +19,7 @@ bool Mentions(std::string_view text, std::string_view word) { return text.find(w
 
 }  // namespace
 
-GraphicsStatus StartVips() {
+util::Status StartVips() {
     static std::once_flag once;
     static std::string problem;  // why libvips could not be started, for every caller that asks again
     std::call_once(once, [] {
@@ -37,22 +37,22 @@ GraphicsStatus StartVips() {
         vips_cache_set_max(0);
         gStarted = true;
     });
-    if (gStarted) return kGraphicsOk;
+    if (gStarted) return util::kNoError;
     tLastDetail = problem;
-    return kGraphicsNoComponent;
+    return util::kNoComponent;
 }
 
 bool VipsStarted() { return gStarted; }
 
-GraphicsStatus StatusFromVipsError(GraphicsStep step) {
+util::Status StatusFromVipsError(GraphicsStep step) {
     tLastDetail = vips_error_buffer();
     vips_error_clear();
-    if (step == GraphicsStep::kStarting) return kGraphicsNoComponent;
+    if (step == GraphicsStep::kStarting) return util::kNoComponent;
     if (Mentions(tLastDetail, "out of memory") || Mentions(tLastDetail, "unable to allocate"))
-        return kGraphicsMemoryFull;
+        return util::kMemoryFull;
     if (Mentions(tLastDetail, "is not a known") || Mentions(tLastDetail, "class not found"))
-        return kGraphicsNoComponent;
-    return step == GraphicsStep::kDecoding ? kGraphicsCorruptImage : kGraphicsInternal;
+        return util::kNoComponent;
+    return step == GraphicsStep::kDecoding ? util::kCorruptData : util::kInternalComponentError;
 }
 
 const std::string& LastGraphicsErrorDetail() { return tLastDetail; }

@@ -2,15 +2,15 @@
 // no picture is ever drawn. Every failure of the library becomes a status here, in one place.
 #pragma once
 
-#include "platform/graphics/graphics_status.h"
+#include "util/status_codes.h"
 
 #include <string>
 
 namespace vd::platform {
 
-// Loads and starts libvips once per process. kGraphicsNoComponent when it cannot be loaded or
+// Loads and starts libvips once per process. util::kNoComponent when it cannot be loaded or
 // started (LastGraphicsErrorDetail says why, on every call).
-GraphicsStatus StartVips();
+util::Status StartVips();
 // Whether StartVips has succeeded already (a cheap check, for callers deciding whether to start it).
 bool VipsStarted();
 
@@ -20,7 +20,7 @@ enum class GraphicsStep { kStarting, kDecoding, kEncoding };
 
 // The status for the failure libvips has just reported. Reads its error buffer (kept as the detail
 // of LastGraphicsErrorDetail) and clears it, so that the next failure does not carry this one's text.
-GraphicsStatus StatusFromVipsError(GraphicsStep step);
+util::Status StatusFromVipsError(GraphicsStep step);
 
 // The library's text of the last failure on this thread ("" after none).
 const std::string& LastGraphicsErrorDetail();

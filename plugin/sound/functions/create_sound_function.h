@@ -5,6 +5,6 @@
 
 namespace vd::sound {
 
-FMX_ErrCode CreateSoundFunction(const FunctionCall& call);
+fmapi::Outcome CreateSoundFunction(const FunctionCall& call);
 
 }  // namespace vd::sound

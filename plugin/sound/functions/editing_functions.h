@@ -7,11 +7,11 @@
 
 namespace vd::sound {
 
-FMX_ErrCode AmplifyFunction(const FunctionCall& call);
-FMX_ErrCode NormalizeFunction(const FunctionCall& call);
-FMX_ErrCode AppendSoundFunction(const FunctionCall& call);
-FMX_ErrCode MixSoundsFunction(const FunctionCall& call);
-FMX_ErrCode ExtractSoundFunction(const FunctionCall& call);
-FMX_ErrCode FadeSoundFunction(const FunctionCall& call);
+fmapi::Outcome AmplifyFunction(const FunctionCall& call);
+fmapi::Outcome NormalizeFunction(const FunctionCall& call);
+fmapi::Outcome AppendSoundFunction(const FunctionCall& call);
+fmapi::Outcome MixSoundsFunction(const FunctionCall& call);
+fmapi::Outcome ExtractSoundFunction(const FunctionCall& call);
+fmapi::Outcome FadeSoundFunction(const FunctionCall& call);
 
 }  // namespace vd::sound

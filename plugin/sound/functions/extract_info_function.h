@@ -5,6 +5,6 @@
 
 namespace vd::sound {
 
-FMX_ErrCode ExtractInfoFunction(const FunctionCall& call);
+fmapi::Outcome ExtractInfoFunction(const FunctionCall& call);
 
 }  // namespace vd::sound

@@ -5,6 +5,6 @@
 
 namespace vd::sound {
 
-FMX_ErrCode SoundInfoFunction(const FunctionCall& call);
+fmapi::Outcome SoundInfoFunction(const FunctionCall& call);
 
 }  // namespace vd::sound

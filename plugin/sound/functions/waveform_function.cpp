@@ -5,9 +5,9 @@
 #include "fmapi/args/arguments.h"
 #include "fmapi/args/host_number.h"
 #include "fmapi/args/value_readers.h"
-#include "fmapi/errors/vds_error.h"
 #include "sound/sound_function_steps.h"
 #include "sound/waveform/waveform.h"
+#include "util/status_codes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,16 +18,6 @@
 namespace vd::sound {
 
 namespace {
-
-constexpr int32_t kParamErr = -50;
-
-// A failure leaves the result empty; the status is there for Vandrel_GetLastError.
-FMX_ErrCode Failure(VDSError& error, int32_t code, std::string_view stepMessage) {
-    const std::string_view message = StepFailureMessage(code, stepMessage);
-    error.SetCode(code);
-    if (!message.empty()) error.SetMessage(message);
-    return 0;
-}
 
 // An optional argument counts as given when it is there and not empty: hosts that demand all of
 // a function's arguments are passed "" for the ones left out.
@@ -44,54 +34,53 @@ platform::Rgba RgbaOf(const util::RgbColor& c) { return {c.red, c.green, c.blue,
 
 }  // namespace
 
-FMX_ErrCode DrawWaveformFunction(const FunctionCall& call) {
-    VDSError& error = Begin("Vandrel_DrawWaveform");
+// A failure leaves the result empty (the function's table row says so); the status is there for
+// Vandrel_GetLastError.
+fmapi::Outcome DrawWaveformFunction(const FunctionCall& call) {
     const FMX_DataVect* args = call.args;
-    if (ArgCount(args) < 4) return Failure(error, kParamErr, "This function requires at least 4 parameters.");
-
     media::Movie movie;
     bool found = false;
     if (int32_t e = container::MovieFromParameter(args, 0, movie, found))
-        return Failure(error, e, "Could not get parameter #1 as movie.");
-    if (!found) return Failure(error, kParamErr, "Could not get parameter #1 as movie.");
+        return StepFailure(e, "Could not get parameter #1 as movie.");
+    if (!found) return StepFailure(util::kBadParameter, "Could not get parameter #1 as movie.");
 
     WaveformRequest request;
     const auto selection = ParseWaveformSelector(ArgCText(ArgText(args, 1)));
-    if (!selection) return Failure(error, kParamErr, "Invalid track/channel specified in parameter #2.");
+    if (!selection) return StepFailure(util::kBadParameter, "Invalid track/channel specified in parameter #2.");
     request.selection = *selection;
     const auto width = ArgPixels(args, 2);
-    if (!width) return Failure(error, kParamErr, "Could not get parameter #3 as number.");
+    if (!width) return StepFailure(util::kBadParameter, "Could not get parameter #3 as number.");
     const auto height = ArgPixels(args, 3);
-    if (!height) return Failure(error, kParamErr, "Could not get parameter #4 as number.");
+    if (!height) return StepFailure(util::kBadParameter, "Could not get parameter #4 as number.");
     request.width = *width, request.height = *height;
-    if (int32_t e = CheckWaveformSize(request.width, request.height)) return Failure(error, e, "");
+    if (int32_t e = CheckWaveformSize(request.width, request.height)) return StepFailure(e, "");
 
     uint32_t time = 0;
     if (Given(args, 4)) {
-        if (int16_t e = ArgTime(args, 4, time)) return Failure(error, e, "Could not get parameter #5 as time.");
+        if (int16_t e = ArgTime(args, 4, time)) return StepFailure(e, "Could not get parameter #5 as time.");
         request.start = time;
     }
     if (Given(args, 5)) {
-        if (int16_t e = ArgTime(args, 5, time)) return Failure(error, e, "Could not get parameter #6 as time.");
+        if (int16_t e = ArgTime(args, 5, time)) return StepFailure(e, "Could not get parameter #6 as time.");
         request.end = time;
     }
     util::RgbColor color;
     if (Given(args, 6)) {
-        if (int16_t e = ArgColor(args, 6, color)) return Failure(error, e, "Could not get parameter #7 as HTML color.");
+        if (int16_t e = ArgColor(args, 6, color)) return StepFailure(e, "Could not get parameter #7 as HTML color.");
         request.colors.wave = RgbaOf(color);
     }
     if (Given(args, 7)) {
-        if (int16_t e = ArgColor(args, 7, color)) return Failure(error, e, "Could not get parameter #8 as HTML color.");
+        if (int16_t e = ArgColor(args, 7, color)) return StepFailure(e, "Could not get parameter #8 as HTML color.");
         request.colors.background = RgbaOf(color);
     }
 
     std::optional<platform::PixelBuffer> picture;
     WaveformOutcome drawn = DrawWaveform(std::move(movie), request, picture);
-    if (drawn.code != 0) return Failure(error, drawn.code, drawn.message);
-    const int32_t stored = container::StorePixelBufferAsJpeg(call.result, *picture);
-    if (stored != 0) return Failure(error, stored, "Failed to put picture into container.");
-    error.SetCode(0);
-    return 0;
+    if (drawn.code != 0) return StepFailure(drawn.code, drawn.message);
+    fmapi::OwnedData result(fmapi::NewData());
+    const int32_t stored = container::StorePixelBufferAsJpeg(result.get(), *picture);
+    if (stored != 0) return StepFailure(stored, "Failed to put picture into container.");
+    return fmapi::Outcome::Data(std::move(result));
 }
 
 }  // namespace vd::sound

@@ -5,6 +5,6 @@
 
 namespace vd::sound {
 
-FMX_ErrCode DrawWaveformFunction(const FunctionCall& call);
+fmapi::Outcome DrawWaveformFunction(const FunctionCall& call);
 
 }  // namespace vd::sound

@@ -1,5 +1,7 @@
 #include "sound/information/information_extraction.h"
 
+#include "util/status_codes.h"
+
 #include <cstdio>
 #include <limits>
 #include <vector>
@@ -8,10 +10,10 @@ namespace vd::sound {
 
 namespace {
 
-constexpr int32_t kNoLine = -1;
-constexpr int32_t kWrongKey = -2;
-constexpr int32_t kNotFound = -43;
-constexpr int32_t kBadNumber = -50;
+constexpr int32_t kNoLine = util::kUnknownError;
+constexpr int32_t kWrongKey = util::kUnknownError2;
+constexpr int32_t kNotFound = util::kFileNotFound;
+constexpr int32_t kBadNumber = util::kBadParameter;
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 

@@ -6,6 +6,7 @@
 #include "sound/sound_flags.h"
 #include "sound/synthesis/tone_synthesis.h"
 #include "sound/waveform/waveform_names.h"
+#include "util/status_codes.h"
 
 #include <optional>
 #include <string_view>
@@ -14,7 +15,6 @@ namespace vd::sound {
 
 namespace {
 
-constexpr int32_t kParamErr = -50;
 constexpr size_t kTextLimit = 255;  // the longest argument text the function reads
 constexpr std::string_view kDefaultNote = "A4";
 
@@ -23,10 +23,10 @@ std::string_view Cut(const std::string& text) { return std::string_view(text).su
 // The duration argument as 16.16 seconds.
 std::optional<SoundOutcome> ReadDuration(const std::string& text, uint32_t& duration) {
     std::optional<float> seconds = ScanFloat(Cut(text));
-    if (!seconds) return SoundOutcome{kParamErr, "Error converting parameter #2 to duration."};
-    if (*seconds <= 0) return SoundOutcome{kParamErr, ""};
+    if (!seconds) return SoundOutcome{util::kBadParameter, "Error converting parameter #2 to duration."};
+    if (*seconds <= 0) return SoundOutcome{util::kBadParameter, ""};
     duration = FixedFromFloat(*seconds);
-    if (duration == 0) return SoundOutcome{kParamErr, ""};  // below 1/65536 s, or not a number at all
+    if (duration == 0) return SoundOutcome{util::kBadParameter, ""};  // below 1/65536 s, or not a number at all
     return std::nullopt;
 }
 
@@ -41,16 +41,17 @@ std::optional<SoundOutcome> ReadFrequency(const std::string& text, uint32_t& fre
     if (hertz && *hertz > 0) frequency = FixedFromFloat(*hertz);
     // No tone has a pitch of 0 Hz or below (the sawtooth's period would be endless), so such a
     // frequency is refused like one that cannot be read.
-    if (!hertz || !(*hertz > 0) || frequency == 0) return SoundOutcome{kParamErr, "Error converting parameter #3 to frequency."};
+    if (!hertz || !(*hertz > 0) || frequency == 0)
+        return SoundOutcome{util::kBadParameter, "Error converting parameter #3 to frequency."};
     return std::nullopt;
 }
 
 }  // namespace
 
 SoundOutcome CreateSound(std::span<const std::string> arguments, media::Movie& movie) {
-    if (arguments.empty()) return {kParamErr, "This function requires 1 or more parameters."};
+    if (arguments.empty()) return {util::kBadParameter, "This function requires 1 or more parameters."};
     std::optional<uint16_t> waveform = WaveformCodeFromName(Cut(arguments[0]));
-    if (!waveform) return {kParamErr, ""};
+    if (!waveform) return {util::kBadParameter, ""};
     const uint16_t flags = *waveform | kStereo16BothChannels;
 
     uint32_t duration = kFixedOne;
@@ -62,7 +63,7 @@ SoundOutcome CreateSound(std::span<const std::string> arguments, media::Movie& m
         if (auto failure = ReadFrequency(arguments[2], frequency)) return *failure;
     } else {
         auto note = NoteFrequencyFromName(kDefaultNote);
-        if (!note) return {kParamErr, "Error getting frequency for a note."};
+        if (!note) return {util::kBadParameter, "Error getting frequency for a note."};
         frequency = note->fixed;
     }
 

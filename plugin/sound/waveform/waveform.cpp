@@ -6,6 +6,7 @@
 #include "platform/media/sound_description.h"
 #include "sound/sound_movie.h"
 #include "sound/editing/wav_conversion.h"
+#include "util/status_codes.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,10 +16,6 @@ namespace vd::sound {
 
 namespace {
 
-constexpr int32_t kParamErr = -50;
-constexpr int32_t kMemFullErr = -108;
-constexpr int32_t kBadChannel = -205;
-constexpr int32_t kNoSuchTrack = -2028;
 
 // Frames read at a time: large enough that reading costs what copying the bytes costs, small
 // enough to stay in the cache while every band is drawn from it.
@@ -52,7 +49,7 @@ void KeepOnlySoundTrack(media::Movie& movie, size_t keep) {
 
 // Only 16-bit PCM is drawn: 'sowt' as it is stored, 'twos' swapped.
 int32_t CheckSampleFormat(const media::SampleDescription& d) {
-    if (d.dataFormat == media::kFormatRaw) return -4;
+    if (d.dataFormat == media::kFormatRaw) return util::kUnimplemented;
     if ((d.dataFormat != media::kFormatSowt && d.dataFormat != media::kFormatTwos) || d.sampleSize != 16) return -2001;
     return 0;
 }
@@ -60,10 +57,10 @@ int32_t CheckSampleFormat(const media::SampleDescription& d) {
 }  // namespace
 
 int32_t CheckWaveformSize(int32_t width, int32_t height) {
-    if (width < 1 || height < 1) return kParamErr;
+    if (width < 1 || height < 1) return util::kBadParameter;
     if (width > platform::PixelBuffer::kMaxSide || height > platform::PixelBuffer::kMaxSide ||
         int64_t(width) * height > platform::PixelBuffer::kMaxPixels)
-        return kMemFullErr;
+        return util::kMemoryFull;
     return 0;
 }
 
@@ -76,7 +73,7 @@ WaveformOutcome DrawWaveform(media::Movie movie, const WaveformRequest& request,
     if (media::Status s = SelectRange(movie, request, work)) return {s, "Could not extract movie selection."};
     const size_t soundTracks = work.movie.TracksWith(media::Characteristic::kAudio).size();
     if (soundTracks == 0) return {media::kNoSoundTrack, ""};
-    if (request.selection.track < 1 || size_t(request.selection.track) > soundTracks) return {kNoSuchTrack, ""};
+    if (request.selection.track < 1 || size_t(request.selection.track) > soundTracks) return {util::kNoSuchTrack, ""};
     // Only the drawn track stays: converting to PCM renders every sound track into one, which
     // would mix the others into it and leave no second track to draw.
     KeepOnlySoundTrack(work.movie, size_t(request.selection.track - 1));
@@ -96,14 +93,14 @@ WaveformOutcome DrawWaveform(media::Movie movie, const WaveformRequest& request,
     } else if (request.selection.channel < channels) {
         drawn.push_back(request.selection.channel);
     } else {
-        return {kBadChannel, ""};
+        return {util::kBadChannel, ""};
     }
-    if (drawn.empty()) return {kBadChannel, ""};
+    if (drawn.empty()) return {util::kBadChannel, ""};
     if (!WaveformBands(request.height, int32_t(drawn.size())).Fit())
-        return {kParamErr, "The height in parameter #4 leaves no room to draw every channel."};
+        return {util::kBadParameter, "The height in parameter #4 leaves no room to draw every channel."};
 
     picture = platform::PixelBuffer::Make(request.width, request.height);
-    if (!picture) return {kMemFullErr, ""};
+    if (!picture) return {util::kMemoryFull, ""};
     const int64_t frames = media.Duration();
     WaveformPainter painter(*picture, std::move(drawn), channels, frames, request.colors);
     std::vector<int16_t> block;

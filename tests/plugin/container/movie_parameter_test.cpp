@@ -6,6 +6,7 @@
 #include "container/sound_container.h"
 #include "container/sound_resource.h"
 #include "container_test_support.h"
+#include "util/status_codes.h"
 #include "plugin/platform/media/media_fixtures.h"
 
 namespace vdtest {
@@ -93,7 +94,7 @@ TEST_F(MovieParameterTest, ContainersEmptyValuesAndMissingFiles) {
     int64_t frames = 0;
     EXPECT_EQ(OpenAndRead(ContainerOf({{"FNAM", "x"}, {"snd ", std::string(resource.begin(), resource.end())}}), &frames), 0);
     EXPECT_EQ(frames, 10);
-    EXPECT_EQ(OpenAndRead(ContainerOf({{"JPEG", "j"}})), vd::container::kNoSoundStream);
+    EXPECT_EQ(OpenAndRead(ContainerOf({{"JPEG", "j"}})), vd::util::kNoSoundStream);
     EXPECT_EQ(OpenAndRead(ContainerOf({{"snd ", "\x00\x01"}})), -2001);
     EXPECT_EQ(OpenAndRead(vdhost::makeText(u"")), 1);  // nothing, and no error
     EXPECT_EQ(OpenAndRead(vdhost::makeNumber(3)), 1);

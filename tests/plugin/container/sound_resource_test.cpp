@@ -185,7 +185,7 @@ TEST(SoundResource, BrokenResourcesFailWithoutReadingPastTheStream) {
         media::Movie movie;
         const Bytes shorter(good.begin(), good.begin() + std::ptrdiff_t(cut));
         const int32_t code = MovieFromSoundResource(shorter, movie);
-        EXPECT_TRUE(code == kCorruptDescription || code == kBadSoundFormat) << cut << ": " << code;
+        EXPECT_TRUE(code == util::kCorruptData || code == util::kBadSoundFormat) << cut << ": " << code;
     }
     struct Case {
         const char* what;
@@ -206,20 +206,20 @@ TEST(SoundResource, BrokenResourcesFailWithoutReadingPastTheStream) {
     badBits.insert(badBits.end(), 3, 0);
     Bytes noChannels = LongHeader(1, 0xFF, 0, 1, 16, "    ");
     Case cases[] = {
-        {"format 3", patched(1, 3), kBadSoundFormat},
-        {"no buffer command", patched(12, 0x00), kBadSoundFormat},
-        {"header offset past the end", patched(19, 0xFF), kCorruptDescription},
-        {"200 data formats", patched(3, 200), kCorruptDescription},
-        {"sample bytes past the end", patched(27, 101), kCorruptDescription},
-        {"sample pointer set", patched(23, 1), kBadSoundFormat},
-        {"encode 0x01", patched(40, 0x01), kBadSoundFormat},
-        {"rate 0", [&] { Bytes b = good; b[28] = b[29] = 0; return b; }(), kBadSoundFormat},
-        {"packets past the end", ima, kCorruptDescription},
-        {"frames past the end", hugeFrames, kCorruptDescription},
-        {"codec we do not decode", unknownCodec, kBadSoundFormat},
-        {"24-bit extended", badBits, kBadSoundFormat},
-        {"no channels", noChannels, kBadSoundFormat},
-        {"empty", Bytes{}, kCorruptDescription},
+        {"format 3", patched(1, 3), util::kBadSoundFormat},
+        {"no buffer command", patched(12, 0x00), util::kBadSoundFormat},
+        {"header offset past the end", patched(19, 0xFF), util::kCorruptData},
+        {"200 data formats", patched(3, 200), util::kCorruptData},
+        {"sample bytes past the end", patched(27, 101), util::kCorruptData},
+        {"sample pointer set", patched(23, 1), util::kBadSoundFormat},
+        {"encode 0x01", patched(40, 0x01), util::kBadSoundFormat},
+        {"rate 0", [&] { Bytes b = good; b[28] = b[29] = 0; return b; }(), util::kBadSoundFormat},
+        {"packets past the end", ima, util::kCorruptData},
+        {"frames past the end", hugeFrames, util::kCorruptData},
+        {"codec we do not decode", unknownCodec, util::kBadSoundFormat},
+        {"24-bit extended", badBits, util::kBadSoundFormat},
+        {"no channels", noChannels, util::kBadSoundFormat},
+        {"empty", Bytes{}, util::kCorruptData},
     };
     for (const Case& c : cases) {
         media::Movie movie;

@@ -3,7 +3,6 @@
 #include "container/stream_types.h"
 #include "container/streams.h"
 #include "container_test_support.h"
-#include "fmapi/errors/vds_error.h"
 
 #include <gtest/gtest.h>
 
@@ -18,53 +17,56 @@ std::string Classified(const FMX_Data& d) {
     return code ? FourCCText(code) : std::string();
 }
 
+// "" for no failure, else the code and the message.
+std::string Failure(const std::optional<vd::fmapi::Outcome>& failure) {
+    if (!failure) return "";
+    return std::to_string(failure->Status()) + " " + failure->Message();
+}
+
 TEST(ContainerClassification, ImageStreamsDecideAndUnknownTypesBeatJpeg) {
-    vd::Begin("Vandrel_Test");
     EXPECT_EQ(Classified(ContainerOf({{"FNAM", "\x01x.jpg"}, {"SIZE", "abcd"}, {"JPEG", "j"}})), "JPEG");
     EXPECT_EQ(Classified(ContainerOf({{"JPEG", "j"}, {"PNGf", "p"}})), "PNGf");
     EXPECT_EQ(Classified(ContainerOf({{"PNGf", "p"}, {"BMPf", "b"}, {"SIZE", "s"}})), "BMPf");  // the last unknown
     EXPECT_EQ(Classified(ContainerOf({{"JPEG", "j"}, {"GIFf", "g"}})), "GIFf");  // the first image stream decides
     EXPECT_EQ(Classified(vdhost::makeContainer({}, u"size:1,1\rimage:x.jpg")), "ref ");
-    EXPECT_EQ(vd::gLastError.Code(), 0);
-
     EXPECT_EQ(Classified(ContainerOf({{"FNAM", "\x01x"}})), "");
-    EXPECT_EQ(vd::gLastError.Code(), 20400);
-    EXPECT_EQ(vd::gLastError.Message(), "Vandrel_Test: Parameter must be image or path");
+    EXPECT_EQ(Classified(vdhost::makeNumber(5)), "");
 }
 
 TEST(ContainerImageData, PictGetsItsHeaderBackAndVdImagesTheirInnerType) {
-    vd::Begin("Vandrel_Test");
     Bytes bytes;
     uint32_t type = 0;
     for (auto pict : {ContainerOf({{"PICT", "picture"}}), ContainerOf({{"VDIM", "PICTpicture"}})}) {
-        ASSERT_EQ(vd::container::ReadImageData(&pict, bytes, type), 0);
+        ASSERT_EQ(Failure(vd::container::ReadImageData(&pict, bytes, type)), "");
         EXPECT_EQ(FourCCText(type), "PICT");
         ASSERT_EQ(bytes.size(), 512u + 7);
         EXPECT_EQ(std::string(bytes.begin() + 512, bytes.end()), "picture");
     }
 
     auto innerPng = ContainerOf({{"VDIM", "PNGf\x89PNG"}});
-    ASSERT_EQ(vd::container::ReadImageData(&innerPng, bytes, type), 0);
+    ASSERT_EQ(Failure(vd::container::ReadImageData(&innerPng, bytes, type)), "");
     EXPECT_EQ(FourCCText(type), "PNGf");
     EXPECT_EQ(std::string(bytes.begin(), bytes.end()), "\x89PNG");
 
     auto tooShort = ContainerOf({{"VDIM", "PN"}});
-    EXPECT_EQ(vd::container::ReadImageData(&tooShort, bytes, type), -2001);
+    EXPECT_EQ(Failure(vd::container::ReadImageData(&tooShort, bytes, type)), "-2001 ");
     EXPECT_TRUE(bytes.empty());
 
     auto reference = vdhost::makeText(u"image:x.png");
-    ASSERT_EQ(vd::container::ReadImageData(&reference, bytes, type), 0);
+    ASSERT_EQ(Failure(vd::container::ReadImageData(&reference, bytes, type)), "");
     EXPECT_EQ(FourCCText(type), "ref ");
     EXPECT_TRUE(bytes.empty());
+
+    auto neither = ContainerOf({{"FNAM", "\x01x"}});
+    EXPECT_EQ(Failure(vd::container::ReadImageData(&neither, bytes, type)), "20400 Parameter must be image or path");
 }
 
 TEST(ContainerStreams, MissingStreamsAreReportedNotRead) {
-    vd::Begin("Vandrel_Test");
     Bytes bytes;
     auto c = ContainerOf({{"JPEG", "jpeg"}});
-    EXPECT_EQ(vd::container::ReadStreamIntoMemory(&c, vd::container::kFileStream, bytes), 20400);
-    EXPECT_EQ(vd::gLastError.Message(), "Vandrel_Test: The specified media type is not in the container");
-    ASSERT_EQ(vd::container::ReadStreamIntoMemory(&c, vd::container::kJpegStream, bytes), 0);
+    EXPECT_EQ(Failure(vd::container::ReadStreamIntoMemory(&c, vd::container::kFileStream, bytes)),
+              "20400 The specified media type is not in the container");
+    ASSERT_EQ(Failure(vd::container::ReadStreamIntoMemory(&c, vd::container::kJpegStream, bytes)), "");
     EXPECT_EQ(std::string(bytes.begin(), bytes.end()), "jpeg");
 }
 
@@ -108,18 +110,19 @@ TEST(ContainerPeek, AtMostSixHundredBytesOfAnyStream) {
 }
 
 TEST(ContainerRemove, RemovesOneTypeOrReportsItMissing) {
-    vd::Begin("Vandrel_Test");
     auto c = ContainerOf({{"JPEG", "j"}, {"SIZE", "abcd"}, {"FNAM", "\x01x"}});
     FMX_Data result;
-    ASSERT_EQ(vd::container::RemoveStream(&c, "SIZE", &result), 0);
+    ASSERT_EQ(vd::container::RemoveStream(&c, "SIZE").SetValue(&result), 0);
     ASSERT_EQ(result.binary.streams.size(), 2u);
     EXPECT_EQ(vdhost::fourCharText(result.binary.streams[0].type), "JPEG");
     EXPECT_EQ(vdhost::fourCharText(result.binary.streams[1].type), "FNAM");
     EXPECT_EQ(c.binary.streams.size(), 3u);  // the argument is left alone
 
-    FMX_Data untouched = vdhost::makeText(u"before");
-    EXPECT_EQ(vd::container::RemoveStream(&c, "PNGf", &untouched), 20400);
-    EXPECT_EQ(vdhost::utf8Of(untouched), "before");
+    for (const char* missing : {"PNGf", "JPG"}) {
+        const vd::fmapi::Outcome outcome = vd::container::RemoveStream(&c, missing);
+        EXPECT_TRUE(outcome.Failed());
+        EXPECT_EQ(outcome.Status(), 20400) << missing;
+    }
 }
 
 TEST(ContainerResults, SizeStreamIsBigEndianAndEmptyResultsHaveNoStreams) {

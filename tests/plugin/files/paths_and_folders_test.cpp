@@ -3,8 +3,6 @@
 #include "plugin/files/file_test_support.h"
 
 #include "files/disk_list.h"
-#include "frame/function_table.h"
-#include "frame/handler_dispatch.h"
 #include "platform/fs/special_folders.h"
 #include "platform/fs/volumes.h"
 
@@ -135,29 +133,6 @@ TEST_F(ItemPaths, OpenItemHandsTheItemToXdgOpenWithoutWaiting) {
     EXPECT_EQ(readFile(log), (Work() / "doc with blanks.odt").string());
 
     EXPECT_EQ(Call(u"Vandrel_OpenItem ( \"not there\" )"), "$-43:Vandrel_OpenItem: OpenItem failed");
-}
-
-// The host refuses counts outside the registered range, so these reach the handlers only from a
-// host that does not check; the handlers answer them all the same.
-TEST(FileFunctionCounts, EachCountMessage) {
-    struct Case {
-        int16_t id;
-        size_t count;
-        std::string answer;
-    };
-    const Case cases[] = {
-        {64, 0, "$20100:Vandrel_SetDefaultFolder: Requires exactly one parameter"},
-        {65, 1, "$20100:Vandrel_GetDefaultFolder: Requires no parameters"},
-        {66, 2, "$20100:Vandrel_CopyItem: Requires exactly 3 parameters"},
-        {76, 0, "$20100:Vandrel_GetPath: Requires either 0 or 1 parameters"},
-    };
-    for (const Case& c : cases) {
-        FMX_DataVect args;
-        for (size_t i = 0; i < c.count; ++i) args.items.push_back(vdhost::makeTextUtf8("/nonexistent"));
-        FMX_Data result;
-        EXPECT_EQ(vd::DispatchCall(c.id, nullptr, &args, &result), 0) << c.id;
-        EXPECT_EQ(vdhost::utf8Of(result), c.answer);
-    }
 }
 
 }  // namespace

@@ -96,5 +96,50 @@ TEST(HandlerDispatch, HostFailuresInsideAHandlerBecomeAStatus) {
         EXPECT_EQ(vd::DispatchCall(unknown, nullptr, nullptr, &result), FMX_ERR_PARAMETER) << unknown;
 }
 
+// Counts the host would refuse reach the dispatch from a host that does not check: each function
+// refuses them under its own name, or as its table row says it reports.
+TEST(HandlerDispatch, CountsOutsideAFunctionsRuleAreRefusedUnderItsName) {
+    const auto dispatch = [](int16_t id, size_t count) {
+        FMX_DataVect args;
+        args.items.assign(count, vdhost::makeTextUtf8("/nonexistent"));
+        FMX_Data result;
+        EXPECT_EQ(vd::DispatchCall(id, nullptr, &args, &result), 0) << id;
+        return vdhost::utf8Of(result);
+    };
+    int refusing = 0;
+    for (const auto& entry : vd::FunctionTable()) {
+        const vd::CountRule& rule = entry.ownCount;
+        if (!entry.name || rule.status == 0 || entry.reporting == vd::Reporting::kKeepsLastError) continue;
+        const std::string answer = dispatch(entry.id, size_t(rule.min > 0 ? rule.min - 1 : rule.max + 1));
+        EXPECT_EQ(vd::gLastError.Name(), entry.name);
+        EXPECT_EQ(vd::gLastError.Code(), rule.status) << entry.name;
+        if (entry.reporting == vd::Reporting::kStatusText) {
+            EXPECT_EQ(answer, vd::gLastError.StatusText());
+        }
+        ++refusing;
+    }
+    ASSERT_GT(refusing, 0);
+
+    struct Case {
+        int16_t id;
+        size_t count;
+        std::string answer;
+    };
+    const Case cases[] = {
+        {1, 0, "$-50:Vandrel_Version: Wrong parameter(s)."},
+        {15, 3, "$-50:Vandrel_ExtractInfo: This function requires 1 or 2 arguments."},
+        {64, 0, "$20100:Vandrel_SetDefaultFolder: Requires exactly one parameter"},
+        {65, 1, "$20100:Vandrel_GetDefaultFolder: Requires no parameters"},
+        {66, 2, "$20100:Vandrel_CopyItem: Requires exactly 3 parameters"},
+        {68, 3, "$20100:Vandrel_DeleteItem: Requires exactly 2 parameters"},
+        {76, 0, "$20100:Vandrel_GetPath: Requires either 0 or 1 parameters"},
+        {27, 3, ""},  // DrawWaveform's failures leave the result empty
+        {13, 1, "$20100:Requires no parameters"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(dispatch(c.id, c.count), c.answer) << c.id;
+    // GetLastError refused without a name, and left the outcome it reports on as it was.
+    EXPECT_EQ(vd::gLastError.StatusText(), "$-50:Vandrel_DrawWaveform: This function requires at least 4 parameters.");
+}
+
 }  // namespace
 }  // namespace vdtest

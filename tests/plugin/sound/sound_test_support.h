@@ -6,7 +6,7 @@
 #include "plugin/plugin_test_support.h"
 #include "plugin/platform/media/media_fixtures.h"
 
-#include "frame/function_table.h"
+#include "frame/handler_dispatch.h"
 #include "platform/media/movie_from_file.h"
 #include "platform/media/sample_reading.h"
 #include "sound/sound_function_steps.h"
@@ -80,16 +80,14 @@ inline std::string SoundStreamOf(const FMX_Data& value) {
     return std::string(bytes.begin(), bytes.end());
 }
 
-// Calls a function's handler as a host that does not check argument counts would: the only way to
-// reach a function's own count messages. The handler is the tests' own copy of the plug-in's code,
-// so its outcome is in this program's vd::gLastError, not in the loaded bundle's.
+// Calls a function through the dispatch as a host that does not check argument counts would: the
+// only way to reach a function's own count messages. The dispatch is the tests' own copy of the
+// plug-in's code, so its outcome is in this program's vd::gLastError, not in the loaded bundle's.
 inline std::string CallDirectly(int16_t id, std::vector<FMX_Data> arguments) {
     FMX_DataVect args;
     args.items = std::move(arguments);
     FMX_Data result;
-    const vd::FunctionEntry* entry = vd::FindFunction(id);
-    if (!entry || !entry->handler) return "no such function";
-    entry->handler(vd::FunctionCall{*entry, nullptr, &args, &result});
+    vd::DispatchCall(id, nullptr, &args, &result);
     return vdhost::utf8Of(result);
 }
 

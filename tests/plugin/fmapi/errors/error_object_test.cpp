@@ -30,38 +30,30 @@ TEST(MessageTable, EdgeRowsAndCodesOutsideTheTable) {
         EXPECT_EQ(MessageForCode(code), MessageForCode(-110)) << code;
 }
 
-TEST(ErrorObject, ContextPrefixesEveryMessage) {
-    VDSError& e = Begin("Vandrel_StopSound");
-    e.SetCode(0);
-    EXPECT_EQ(e.Message(), "Vandrel_StopSound: No error.");
+TEST(ErrorObject, NameCodeAndMessageReadAsOneStatusText) {
+    VDSError e;
+    e.SetName("Vandrel_StopSound");
+    EXPECT_EQ(e.StatusText(), "$0:");  // named, but nothing reported yet
+    e.Set(0);
     EXPECT_EQ(e.StatusText(), "$0:Vandrel_StopSound: No error.");
-
-    e.SetCode(5);  // a code without a sentence leaves just the prefix
-    EXPECT_EQ(e.Message(), "Vandrel_StopSound: ");
-
-    e.SetCode(-43);
-    e.SetMessage("Could not find input file.");
-    EXPECT_EQ(e.Code(), -43);
+    e.Set(5);  // a code without a sentence leaves just the name
+    EXPECT_EQ(e.StatusText(), "$5:Vandrel_StopSound: ");
+    e.Set(-43, "Could not find input file.");
     EXPECT_EQ(e.StatusText(), "$-43:Vandrel_StopSound: Could not find input file.");
+    e.SetName("Vandrel_Normalize");  // the name is read with the rest, never baked into the message
+    EXPECT_EQ(e.StatusText(), "$-43:Vandrel_Normalize: Could not find input file.");
+    EXPECT_EQ(e.Message(), "Could not find input file.");
 
-    e.AppendDetail("");
-    EXPECT_EQ(e.Message(), "Vandrel_StopSound: Could not find input file.");
-    e.AppendDetail("(/tmp/x.wav)");
-    EXPECT_EQ(e.Message(), "Vandrel_StopSound: Could not find input file. (/tmp/x.wav)");
-
-    VDSError copy;
-    copy.CopyFrom(e);
-    EXPECT_EQ(copy.StatusText(), e.StatusText());
-    EXPECT_EQ(copy.Context(), e.Context());
-
-    Begin(nullptr).SetCode(-50);  // no context, no prefix
-    EXPECT_EQ(gLastError.StatusText(), "$-50:Wrong parameter(s).");
-    gLastError.Clear();
-    EXPECT_EQ(gLastError.StatusText(), "$0:");
+    e.SetName(nullptr);
+    e.Set(-50);
+    EXPECT_EQ(e.StatusText(), "$-50:Wrong parameter(s).");
+    e.Clear();
+    EXPECT_EQ(e.StatusText(), "$0:");
 }
 
 TEST(ErrorObject, FormatLastIsCutToItsBuffer) {
-    Begin("Vandrel_Amplify").SetCode(-4);
+    gLastError.SetName("Vandrel_Amplify");
+    gLastError.Set(-4);
     char big[128];
     FormatLast(big, sizeof big);
     EXPECT_STREQ(big, "$-4:Vandrel_Amplify: Feature is not implemented yet.");
@@ -75,14 +67,6 @@ TEST(ErrorObject, FormatLastIsCutToItsBuffer) {
     FormatLast(one, sizeof one);
     EXPECT_EQ(one[0], '\0');
     FormatLast(nullptr, 0);  // nothing to write into, and no crash
-}
-
-TEST(ErrorObject, FormatHex32) {
-    EXPECT_STREQ(FormatHex32(0x0000ABCD), "0000ABCD");
-    const char* first = FormatHex32(0);
-    EXPECT_STREQ(first, "00000000");
-    FormatHex32(0x12345678);
-    EXPECT_STREQ(first, "12345678");  // one shared buffer, overwritten by the next call
 }
 
 }  // namespace
