@@ -20,14 +20,14 @@ constexpr uint64_t kMaxStreamSamples = 0xFFFFFFFFull - kSoundSamplesOffset;  // 
 
 int32_t SoundResourceOfMovie(const media::Movie& movie, std::vector<uint8_t>& stream) {
     const media::Track* track = movie.FirstSoundTrack();
-    if (!track) return media::kInvalidTrack;
+    if (!track) return util::kInvalidTrack;
     // The samples are converted straight into the stream after room for its header, so the sound is
     // held once, in its final form.
     std::vector<uint8_t> made;
     try {
         made.resize(kSoundSamplesOffset);
     } catch (const std::bad_alloc&) {
-        return media::kMemoryFull;
+        return util::kMemoryFull;
     }
     if (media::Status s = media::ConvertToMono8(track->media, kStoredRate, kMaxStreamSamples, made)) return s;
     WriteSoundResourceHeader(made.data(), made.size() - kSoundSamplesOffset);

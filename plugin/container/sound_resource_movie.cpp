@@ -34,8 +34,8 @@ int32_t MovieFromSoundResource(std::span<const uint8_t> stream, media::Movie& mo
         std::vector<int16_t> decoded;
         media::Status s = media::DecodeSoundBytes(layout.compression, layout.channels, TimeScaleOf(layout.rate), samples,
                                                   layout.dataSize, decoded);
-        if (s == media::kNoCodec) return util::kBadSoundFormat;
-        if (s) return s == media::kMemoryFull ? s : util::kCorruptData;
+        if (s == util::kNoCodec) return util::kBadSoundFormat;
+        if (s) return s == util::kMemoryFull ? s : util::kCorruptData;
         media::SampleDescription d = media::PcmSoundDescription(media::kFormatSowt, layout.channels, 16, hertz);
         d.sampleRate = layout.rate;
         const size_t frames = decoded.size() / size_t(layout.channels);

@@ -1,14 +1,8 @@
 #include "frame/function_table.h"
 
 #include "files/functions/file_functions.h"
-#include "frame/functions/last_error_function.h"
-#include "frame/not_implemented.h"
-#include "frame/functions/version_function.h"
-#include "sound/functions/create_sound_function.h"
-#include "sound/functions/editing_functions.h"
-#include "sound/functions/extract_info_function.h"
-#include "sound/functions/sound_info_function.h"
-#include "sound/functions/waveform_function.h"
+#include "frame/functions/frame_functions.h"
+#include "sound/functions/sound_functions.h"
 #include "util/status_codes.h"
 
 #include <array>

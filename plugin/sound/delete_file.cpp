@@ -10,9 +10,9 @@ namespace vd::sound {
 media::Status DeleteFile(const std::string& path) {
     struct stat info {};
     if (::lstat(path.c_str(), &info) != 0) return media::StatusFromErrno(errno, media::MediaStep::kWriting);
-    if (S_ISDIR(info.st_mode)) return media::MediaFailure(media::kNotAFile, path + " is a folder");
+    if (S_ISDIR(info.st_mode)) return media::MediaFailure(util::kNotAFile, path + " is a folder");
     if (::unlink(path.c_str()) != 0) return media::StatusFromErrno(errno, media::MediaStep::kWriting);
-    return media::kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::sound

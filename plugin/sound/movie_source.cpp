@@ -12,7 +12,7 @@ media::Status FileOfMovie(const media::Movie& movie, std::string& path) { return
 
 media::Status SourceFormatCode(const media::Movie& movie, media::FourCharCode& subtype) {
     if (movie.dataReference.kind != media::DataReference::Kind::kFile && movie.TrackCount() == 0)
-        return media::MediaFailure(media::kInvalidTrack, "the movie has no track");
+        return media::MediaFailure(util::kInvalidTrack, "the movie has no track");
     return movie.SourceFormat(subtype);
 }
 
@@ -37,14 +37,14 @@ bool IsMp3File(const std::string& path) {
 
 bool IsMp3(const media::Movie& movie) {
     std::string path;
-    if (FileOfMovie(movie, path) != media::kNoError) return false;
+    if (FileOfMovie(movie, path) != util::kNoError) return false;
     return IsMp3File(path);
 }
 
 media::Status ReadAllSamples(const media::Media& media, std::vector<uint8_t>& bytes, int64_t& frames) {
     if (media::Status s = media::ReadStoredBytes(media, 0, media.Duration(), bytes)) return s;
     frames = media.Duration();
-    return media::kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::sound

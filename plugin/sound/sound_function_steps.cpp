@@ -40,8 +40,8 @@ media::Status RenderResult(media::Movie&& edited, const media::RenderOptions& op
                            RenderStep& step) {
     step = RenderStep::kWriting;
     const media::Track* sound = edited.FirstSoundTrack();
-    if (!sound) return media::MediaFailure(media::kInvalidTrack, "the movie has no sound track");
-    if (sound->media.Descriptions().empty()) return media::MediaFailure(media::kInvalidMedia, "the sound track has no media");
+    if (!sound) return media::MediaFailure(util::kInvalidTrack, "the movie has no sound track");
+    if (sound->media.Descriptions().empty()) return media::MediaFailure(util::kInvalidMedia, "the sound track has no media");
     SoundMovie rendered;
     const media::OutputFormat format = media::CdQualityWav();
     if (media::RendersAsCopy(edited, format, options)) {
@@ -62,7 +62,7 @@ media::Status RenderResult(media::Movie&& edited, const media::RenderOptions& op
         if (media::Status s = media::MovieFromFile(rendered.backing.Path(), rendered.movie)) return s;
     }
     result = std::move(rendered);
-    return media::kNoError;
+    return util::kNoError;
 }
 
 int32_t StoreSoundResult(FMX_Data* result, media::Movie&& edited) {
@@ -79,7 +79,7 @@ std::optional<fmapi::Outcome> OpenTwoSoundParameters(const FMX_DataVect* args, S
 }
 
 fmapi::Outcome StepFailure(int32_t code, std::string_view message) {
-    if (code == media::kMemoryFull && media::TakeSoundTooLarge()) message = "The sound is too large.";
+    if (code == util::kMemoryFull && media::TakeSoundTooLarge()) message = "The sound is too large.";
     return fmapi::Outcome::Failure(code, std::string(message));
 }
 

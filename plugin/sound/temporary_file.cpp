@@ -71,7 +71,7 @@ media::Status TemporaryFile::Create(std::string_view extension, TemporaryFile& f
             made.path_ = path;
             made.record_ = platform::TemporaryFileRecord::Make(path);
             file = std::move(made);
-            return media::kNoError;
+            return util::kNoError;
         }
         if (errno != EEXIST) return media::StatusFromErrno(errno, media::MediaStep::kWriting);
         if (ticks - first > kGiveUpTicks)
@@ -88,7 +88,7 @@ std::string TemporaryFile::Release() {
 }
 
 media::Status TemporaryFile::Remove() {
-    if (!Held()) return media::kNoError;
+    if (!Held()) return util::kNoError;
     const std::string path = std::move(path_);
     path_.clear();
     const media::Status status = DeleteFile(path);

@@ -1,4 +1,4 @@
-#include "frame/functions/last_error_function.h"
+#include "frame/functions/frame_functions.h"
 
 #include "fmapi/errors/vds_error.h"
 

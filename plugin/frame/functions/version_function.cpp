@@ -1,4 +1,4 @@
-#include "frame/functions/version_function.h"
+#include "frame/functions/frame_functions.h"
 
 #include "fmapi/args/arguments.h"
 #include "fmapi/errors/localized_strings.h"

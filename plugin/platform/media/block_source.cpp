@@ -42,7 +42,7 @@ Status CheckMixSize(const Movie& movie, const OutputFormat& format) {
         if (start < 0 || length < 0 || uint64_t(start) > maxFrames || uint64_t(length) > maxFrames - uint64_t(start))
             return SoundTooLarge("the sound is too large: it would pass 1 GB at the output's rate");
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 // Adds frames [from, to) scaled by gain and the ramp: the frames before and after it at the gain
@@ -121,7 +121,7 @@ struct MixedBlockSource::TrackSource {
                 queue.insert(queue.end(), input.begin(), input.end());
             }
         }
-        return kNoError;
+        return util::kNoError;
     }
 };
 
@@ -172,14 +172,14 @@ MixedBlockSource::~MixedBlockSource() = default;
 
 Status MixedBlockSource::Open(const Movie& movie, const OutputFormat& format, const RenderOptions& options,
                               std::unique_ptr<MixedBlockSource>& source) {
-    if (!movie.FirstSoundTrack()) return MediaFailure(kNoSoundTrack, "the movie has no sound track");
+    if (!movie.FirstSoundTrack()) return MediaFailure(util::kNoSoundTrack, "the movie has no sound track");
     if (Status s = CheckMixSize(movie, format)) return s;
     try {
         std::unique_ptr<MixedBlockSource> made(new MixedBlockSource(format));
         if (RendersAsCopy(movie, format, options)) {
             made->copyMedia_ = &movie.FirstSoundTrack()->media;
             source = std::move(made);
-            return kNoError;
+            return util::kNoError;
         }
         for (size_t i = 0; i < movie.TrackCount(); ++i) {
             const Track& track = movie.TrackAt(i);
@@ -207,9 +207,9 @@ Status MixedBlockSource::Open(const Movie& movie, const OutputFormat& format, co
         }
         source = std::move(made);
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory to mix the sound");
+        return MediaFailure(util::kMemoryFull, "no memory to mix the sound");
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 Status MixedBlockSource::CopyBlock(int16_t* out, int64_t want, int64_t& produced) {
@@ -228,7 +228,7 @@ Status MixedBlockSource::CopyBlock(int16_t* out, int64_t want, int64_t& produced
             return s;
         copyInRun_ += frames, produced += frames;
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 Status MixedBlockSource::MixBlock(int16_t* out, int64_t want, int64_t& produced) {
@@ -245,7 +245,7 @@ Status MixedBlockSource::MixBlock(int16_t* out, int64_t want, int64_t& produced)
     }
     if (produced <= 0) {
         produced = 0;
-        return kNoError;
+        return util::kNoError;
     }
     mix_.assign(size_t(produced) * size_t(channels_), 0.0f);
     for (auto& track : tracks_) {
@@ -267,7 +267,7 @@ Status MixedBlockSource::MixBlock(int16_t* out, int64_t want, int64_t& produced)
     }
     FloatsToInt16(mix_.data(), mix_.size(), out);
     position_ += produced;
-    return kNoError;
+    return util::kNoError;
 }
 
 Status MixedBlockSource::Read(int16_t* out, size_t maxFrames, size_t& frames) {
@@ -297,17 +297,17 @@ Status MixedBlockSource::Read(int16_t* out, size_t maxFrames, size_t& frames) {
             }
         }
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory to mix the sound");
+        return MediaFailure(util::kMemoryFull, "no memory to mix the sound");
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 size_t DevicePull::Pull(int16_t* interleaved, size_t frames) {
     std::lock_guard<std::mutex> lock(mutex_);
-    if (status_ != kNoError || !source_) return 0;
+    if (status_ != util::kNoError || !source_) return 0;
     size_t got = 0;
     status_ = source_->Read(interleaved, frames, got);
-    return status_ == kNoError ? got : 0;
+    return status_ == util::kNoError ? got : 0;
 }
 
 Status DevicePull::LastStatus() const {

@@ -63,8 +63,8 @@ int64_t StatedMixFrames(const Movie& movie, const OutputFormat& format);
 class MixedBlockSource {
 public:
     // A source of the movie's mix in the output's rate and channels (its sample size is always 16
-    // bits here). The movie must outlive the source. kNoSoundTrack without an audio track;
-    // kMemoryFull (SoundTooLarge) when the mix would pass kMaxSoundBytes.
+    // bits here). The movie must outlive the source. util::kNoSoundTrack without an audio track;
+    // util::kMemoryFull (SoundTooLarge) when the mix would pass kMaxSoundBytes.
     static Status Open(const Movie& movie, const OutputFormat& format, const RenderOptions& options,
                        std::unique_ptr<MixedBlockSource>& source);
     ~MixedBlockSource();
@@ -110,7 +110,7 @@ public:
 private:
     mutable std::mutex mutex_;
     std::unique_ptr<MixedBlockSource> source_;
-    Status status_ = kNoError;
+    Status status_ = util::kNoError;
 };
 
 }  // namespace vd::media

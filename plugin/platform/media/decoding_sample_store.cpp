@@ -40,14 +40,14 @@ Status DecodingSampleStore::Restart() {
     decoder->format.reset(raw);
     if ((rc = avformat_find_stream_info(raw, nullptr)) < 0) return StatusFromAvError(rc, MediaStep::kReading);
     if (streamIndex_ < 0 || unsigned(streamIndex_) >= raw->nb_streams)
-        return MediaFailure(kInvalidMedia, path_ + " no longer has the sound stream");
+        return MediaFailure(util::kInvalidMedia, path_ + " no longer has the sound stream");
     const AVCodecParameters* parameters = raw->streams[streamIndex_]->codecpar;
     const AVCodec* codec = avcodec_find_decoder(parameters->codec_id);
-    if (!codec) return MediaFailure(kNoCodec, std::string("no decoder for ") + avcodec_get_name(parameters->codec_id));
+    if (!codec) return MediaFailure(util::kNoCodec, std::string("no decoder for ") + avcodec_get_name(parameters->codec_id));
     decoder->codec.reset(avcodec_alloc_context3(codec));
     decoder->packet.reset(av_packet_alloc());
     decoder->frame.reset(av_frame_alloc());
-    if (!decoder->codec || !decoder->packet || !decoder->frame) return MediaFailure(kMemoryFull, "no memory for a decoder");
+    if (!decoder->codec || !decoder->packet || !decoder->frame) return MediaFailure(util::kMemoryFull, "no memory for a decoder");
     if ((rc = avcodec_parameters_to_context(decoder->codec.get(), parameters)) < 0 ||
         (rc = avcodec_open2(decoder->codec.get(), codec, nullptr)) < 0)
         return StatusFromAvError(rc, MediaStep::kReading);
@@ -55,7 +55,7 @@ Status DecodingSampleStore::Restart() {
     for (unsigned i = 0; i < raw->nb_streams; ++i)
         if (int(i) != streamIndex_) raw->streams[i]->discard = AVDISCARD_ALL;
     decoder_ = std::move(decoder);
-    return kNoError;
+    return util::kNoError;
 }
 
 Status DecodingSampleStore::DecodeMore(bool* ended) {
@@ -64,7 +64,7 @@ Status DecodingSampleStore::DecodeMore(bool* ended) {
     for (;;) {
         if (d.ended) {
             *ended = true;
-            return kNoError;
+            return util::kNoError;
         }
         int rc = avcodec_receive_frame(d.codec.get(), d.frame.get());
         if (rc == 0) break;
@@ -121,7 +121,7 @@ Status DecodingSampleStore::DecodeMore(bool* ended) {
         pending_.resize(kept + samples);
     } catch (const std::bad_alloc&) {
         av_frame_unref(frame);
-        return MediaFailure(kMemoryFull, "no memory for decoded samples");
+        return MediaFailure(util::kMemoryFull, "no memory for decoded samples");
     }
     uint8_t* outPlane = reinterpret_cast<uint8_t*>(pending_.data() + kept);
     int converted = swr_convert(d.converter.get(), &outPlane, frame->nb_samples,
@@ -138,12 +138,12 @@ Status DecodingSampleStore::DecodeMore(bool* ended) {
         for (size_t i = kept; i < pending_.size(); ++i)
             if (pending_[i] != pending_[i]) pending_[i] = 0.0f;
     framesDecoded_ += converted;
-    return kNoError;
+    return util::kNoError;
 }
 
 Status DecodingSampleStore::ReadFloatFrames(int64_t firstFrame, int64_t frames, float* out, int64_t* framesRead) {
     *framesRead = 0;
-    if (firstFrame < 0 || frames < 0) return MediaFailure(kInvalidTime, "negative sample range");
+    if (firstFrame < 0 || frames < 0) return MediaFailure(util::kInvalidTime, "negative sample range");
     if (!decoder_ || firstFrame < nextFrame_) {
         if (Status s = Restart()) return s;
     }
@@ -170,8 +170,8 @@ Status DecodingSampleStore::ReadFloatFrames(int64_t firstFrame, int64_t frames, 
         if (ended) break;
     }
     if (*framesRead == 0 && frames > 0 && framesDecoded_ == 0 && sawDamage_)
-        return MediaFailure(kBadSoundFileFormat, path_ + ": no sound could be decoded");
-    return kNoError;
+        return MediaFailure(util::kBadSoundFileFormat, path_ + ": no sound could be decoded");
+    return util::kNoError;
 }
 
 Status DecodingSampleStore::CountFrames(int64_t& frames) {
@@ -184,9 +184,9 @@ Status DecodingSampleStore::CountFrames(int64_t& frames) {
         pendingUsed_ = 0;
     }
     frames = framesDecoded_;
-    if (frames == 0 && sawDamage_) return MediaFailure(kBadSoundFileFormat, path_ + ": no sound could be decoded");
+    if (frames == 0 && sawDamage_) return MediaFailure(util::kBadSoundFileFormat, path_ + ": no sound could be decoded");
     decoder_.reset();  // the next read starts from the beginning
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::media

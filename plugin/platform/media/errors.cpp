@@ -41,36 +41,36 @@ thread_local bool lastWasTooLarge = false;
 
 Status DamagedDataStatus(MediaStep step) {
     switch (step) {
-        case MediaStep::kOpening: return kMovieNotFound;
-        case MediaStep::kReading: return kBadSoundFileFormat;
-        case MediaStep::kWriting: return kIoError;
+        case MediaStep::kOpening: return util::kMovieNotFound;
+        case MediaStep::kReading: return util::kBadSoundFileFormat;
+        case MediaStep::kWriting: return util::kIoError;
     }
-    return kIoError;
+    return util::kIoError;
 }
 
 Status MapAvError(int avError, MediaStep step) {
     switch (avError) {
         case AVERROR(ENOENT):
-        case AVERROR(ENOTDIR): return kFileNotFound;
+        case AVERROR(ENOTDIR): return util::kFileNotFound;
         case AVERROR(EACCES):
         case AVERROR(EPERM):
-        case AVERROR(EROFS): return kPermissionDenied;
-        case AVERROR(ENOMEM): return kMemoryFull;
+        case AVERROR(EROFS): return util::kPermissionDenied;
+        case AVERROR(ENOMEM): return util::kMemoryFull;
         case AVERROR(ENOSPC):
-        case AVERROR(EDQUOT): return kDiskFull;
-        case AVERROR(EISDIR): return kNotAFile;
-        case AVERROR(EFBIG): return kFileTooLarge;
-        case AVERROR(EINVAL): return step == MediaStep::kOpening ? kMovieNotFound : kBadParameter;
+        case AVERROR(EDQUOT): return util::kDiskFull;
+        case AVERROR(EISDIR): return util::kNotAFile;
+        case AVERROR(EFBIG): return util::kFileTooLarge;
+        case AVERROR(EINVAL): return step == MediaStep::kOpening ? util::kMovieNotFound : util::kBadParameter;
         case AVERROR_INVALIDDATA:
         case AVERROR_EOF: return DamagedDataStatus(step);
         case AVERROR_DECODER_NOT_FOUND:
         case AVERROR_DEMUXER_NOT_FOUND:
-        case AVERROR_STREAM_NOT_FOUND: return kNoCodec;
+        case AVERROR_STREAM_NOT_FOUND: return util::kNoCodec;
         case AVERROR_ENCODER_NOT_FOUND:
-        case AVERROR_MUXER_NOT_FOUND: return kNoExporter;
+        case AVERROR_MUXER_NOT_FOUND: return util::kNoComponent;
         case AVERROR_PATCHWELCOME:
-        case AVERROR(ENOSYS): return kUnimplemented;
-        default: return step == MediaStep::kOpening ? kMovieNotFound : kIoError;
+        case AVERROR(ENOSYS): return util::kUnimplemented;
+        default: return step == MediaStep::kOpening ? util::kMovieNotFound : util::kIoError;
     }
 }
 
@@ -108,7 +108,7 @@ Status MediaFailure(Status status, std::string detail) {
 Status SoundTooLarge(std::string detail) {
     lastDetail = std::move(detail);
     lastWasTooLarge = true;
-    return kMemoryFull;
+    return util::kMemoryFull;
 }
 
 bool TakeSoundTooLarge() { return std::exchange(lastWasTooLarge, false); }
@@ -116,7 +116,7 @@ bool TakeSoundTooLarge() { return std::exchange(lastWasTooLarge, false); }
 const std::string& LastMediaErrorDetail() { return lastDetail; }
 
 Status StopRequestStatus() {
-    return platform::StopRequested() ? MediaFailure(kUserCanceled, "the process was told to stop") : kNoError;
+    return platform::StopRequested() ? MediaFailure(util::kUserCancelled, "the process was told to stop") : util::kNoError;
 }
 
 }  // namespace vd::media

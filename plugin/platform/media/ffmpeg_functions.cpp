@@ -96,11 +96,11 @@ constinit platform::LazyLibraries gFfmpeg(kSonames, kSymbols, gAddresses, "VANDR
 Status StartFfmpeg() {
     static std::once_flag quieted;
     const std::string_view problem = gFfmpeg.Load();
-    if (!problem.empty()) return MediaFailure(kNoCodec, "FFmpeg cannot be loaded: " + std::string(problem));
+    if (!problem.empty()) return MediaFailure(util::kNoCodec, "FFmpeg cannot be loaded: " + std::string(problem));
     // FFmpeg prints its warnings to the standard error of the process, which is the host's; a
     // plug-in keeps quiet there and reports through its status codes and detail texts instead.
     std::call_once(quieted, [] { av_log_set_level(AV_LOG_QUIET); });
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::media

@@ -8,7 +8,7 @@
 namespace vd::media {
 
 // Loads libavformat, libavcodec, libswresample and libavutil once per process, resolves every
-// FFmpeg function the layer calls and quiets the libraries' logging. kNoCodec (no handler for any
+// FFmpeg function the layer calls and quiets the libraries' logging. util::kNoCodec (no handler for any
 // media) when they cannot be loaded, with the reason as the detail; each later call answers the
 // same at once. VANDREL_MEDIA_LAYER=unloadable makes the load fail while the start-up check still
 // finds the files (tests use it).

@@ -24,33 +24,33 @@ int Media::AddDescription(const SampleDescription& description) {
 }
 
 Status Media::CheckAddedSamples(const SampleDescription& description, size_t size, int64_t frames) const {
-    if (mediaType != kSoundMediaType) return MediaFailure(kInvalidMedia, "samples appended to a media that is not sound");
+    if (mediaType != kSoundMediaType) return MediaFailure(util::kInvalidMedia, "samples appended to a media that is not sound");
     const int bytesPerFrame = BytesPerFrame(description);
-    if (bytesPerFrame == 0) return MediaFailure(kBadSampleFormat, "only PCM samples are added in memory");
+    if (bytesPerFrame == 0) return MediaFailure(util::kCorruptData, "only PCM samples are added in memory");
     if (frames < 0 || uint64_t(frames) > SIZE_MAX / unsigned(bytesPerFrame) || size != size_t(frames) * size_t(bytesPerFrame))
-        return MediaFailure(kBadParameter, "sample bytes do not match the frame count");
+        return MediaFailure(util::kBadParameter, "sample bytes do not match the frame count");
     if (!descriptions_.empty() && (description.numberOfChannels != descriptions_[0].numberOfChannels ||
                                    description.sampleRate != descriptions_[0].sampleRate))
-        return MediaFailure(kBadSampleFormat, "a media keeps one channel count and rate");
-    return kNoError;
+        return MediaFailure(util::kCorruptData, "a media keeps one channel count and rate");
+    return util::kNoError;
 }
 
 Status Media::AdoptSamples(const SampleDescription& description, std::vector<uint8_t>&& bytes, int64_t frames) {
     if (Status s = CheckAddedSamples(description, bytes.size(), frames)) return s;
-    if (frames == 0) return kNoError;
+    if (frames == 0) return util::kNoError;
     try {
         const int index = AddDescription(description);
         runs_.push_back(SampleRun{std::make_shared<MemorySampleStore>(std::move(bytes)), 0, frames, index});
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory for the media's runs");
+        return MediaFailure(util::kMemoryFull, "no memory for the media's runs");
     }
     modificationTime = MacSecondsNow();
-    return kNoError;
+    return util::kNoError;
 }
 
 Status Media::AppendSamples(const SampleDescription& description, const void* bytes, size_t size, int64_t frames) {
     if (Status s = CheckAddedSamples(description, size, frames)) return s;
-    if (frames == 0) return kNoError;
+    if (frames == 0) return util::kNoError;
     const int bytesPerFrame = BytesPerFrame(description);
     try {
         const int index = AddDescription(description);
@@ -62,21 +62,21 @@ Status Media::AppendSamples(const SampleDescription& description, const void* by
                 if (Status s = memory->Append(static_cast<const uint8_t*>(bytes), size)) return s;
                 runs_.back().frameCount += frames;
                 modificationTime = MacSecondsNow();
-                return kNoError;
+                return util::kNoError;
             }
         }
         auto store = std::make_shared<MemorySampleStore>();
         if (Status s = store->Append(static_cast<const uint8_t*>(bytes), size)) return s;
         runs_.push_back(SampleRun{std::move(store), 0, frames, index});
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory for the media's runs");
+        return MediaFailure(util::kMemoryFull, "no memory for the media's runs");
     }
     modificationTime = MacSecondsNow();
-    return kNoError;
+    return util::kNoError;
 }
 
 Status Media::AppendRun(const SampleRun& run, const SampleDescription& description) {
-    if (run.frameCount <= 0) return kNoError;
+    if (run.frameCount <= 0) return util::kNoError;
     try {
         SampleRun added = run;
         added.descriptionIndex = AddDescription(description);
@@ -85,14 +85,14 @@ Status Media::AppendRun(const SampleRun& run, const SampleDescription& descripti
             if (last.store == added.store && last.descriptionIndex == added.descriptionIndex &&
                 last.firstFrame + last.frameCount == added.firstFrame) {
                 last.frameCount += added.frameCount;
-                return kNoError;
+                return util::kNoError;
             }
         }
         runs_.push_back(std::move(added));
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory for the media's runs");
+        return MediaFailure(util::kMemoryFull, "no memory for the media's runs");
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::media

@@ -47,7 +47,7 @@ struct Decoding {
 Status Collect(Decoding& d, std::vector<int16_t>& out) {
     for (;;) {
         int rc = avcodec_receive_frame(d.codec.get(), d.frame.get());
-        if (rc == AVERROR(EAGAIN) || rc == AVERROR_EOF) return kNoError;
+        if (rc == AVERROR(EAGAIN) || rc == AVERROR_EOF) return util::kNoError;
         if (rc < 0) return StatusFromAvError(rc, MediaStep::kReading);
         AVFrame* frame = d.frame.get();
         if (!d.converter) {
@@ -68,7 +68,7 @@ Status Collect(Decoding& d, std::vector<int16_t>& out) {
             out.resize(at + size_t(frame->nb_samples) * size_t(d.channels));
         } catch (const std::bad_alloc&) {
             av_frame_unref(frame);
-            return MediaFailure(kMemoryFull, "no memory for decoded samples");
+            return MediaFailure(util::kMemoryFull, "no memory for decoded samples");
         }
         uint8_t* plane = reinterpret_cast<uint8_t*>(out.data() + at);
         const int converted = swr_convert(d.converter.get(), &plane, frame->nb_samples,
@@ -94,17 +94,17 @@ Status DecodeSoundBytes(FourCharCode format, int channels, int rate, const uint8
                         std::vector<int16_t>& out) {
     out.clear();
     const Codec* c = Find(format);
-    if (!c) return MediaFailure(kNoCodec, "no decoder for '" + FourCCText(format) + "' samples in memory");
-    if (channels < 1 || channels > 8 || rate < 1) return MediaFailure(kBadParameter, "a sound with no channels or rate");
+    if (!c) return MediaFailure(util::kNoCodec, "no decoder for '" + FourCCText(format) + "' samples in memory");
+    if (channels < 1 || channels > 8 || rate < 1) return MediaFailure(util::kBadParameter, "a sound with no channels or rate");
     if (Status s = StartFfmpeg()) return s;
     const AVCodec* decoder = avcodec_find_decoder(c->id);
-    if (!decoder) return MediaFailure(kNoCodec, std::string("this FFmpeg has no ") + avcodec_get_name(c->id) + " decoder");
+    if (!decoder) return MediaFailure(util::kNoCodec, std::string("this FFmpeg has no ") + avcodec_get_name(c->id) + " decoder");
     Decoding d;
     d.channels = channels;
     d.codec.reset(avcodec_alloc_context3(decoder));
     d.frame.reset(av_frame_alloc());
     d.packet.reset(av_packet_alloc());
-    if (!d.codec || !d.frame || !d.packet) return MediaFailure(kMemoryFull, "no memory for a decoder");
+    if (!d.codec || !d.frame || !d.packet) return MediaFailure(util::kMemoryFull, "no memory for a decoder");
     d.codec->sample_rate = rate;
     av_channel_layout_default(&d.codec->ch_layout, channels);
     const size_t block = c->packet.bytes * size_t(channels);
@@ -125,8 +125,8 @@ Status DecodeSoundBytes(FourCharCode format, int channels, int rate, const uint8
     }
     avcodec_send_packet(d.codec.get(), nullptr);
     if (Status s = Collect(d, out)) return s;
-    if (out.empty() && whole > 0) return MediaFailure(kBadSoundFileFormat, "no sound could be decoded");
-    return kNoError;
+    if (out.empty() && whole > 0) return MediaFailure(util::kBadSoundFileFormat, "no sound could be decoded");
+    return util::kNoError;
 }
 
 }  // namespace vd::media

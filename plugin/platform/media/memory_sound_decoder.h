@@ -19,8 +19,8 @@ struct CompressedPacket {
 bool CompressedPacketOf(FourCharCode format, CompressedPacket& packet);
 
 // Decodes whole packets of format into interleaved native 16-bit samples (channels per frame).
-// kNoCodec when the format or its decoder is not there; kBadSoundFileFormat when nothing decodes;
-// kMemoryFull when the samples cannot be held.
+// util::kNoCodec when the format or its decoder is not there; util::kBadSoundFileFormat when nothing decodes;
+// util::kMemoryFull when the samples cannot be held.
 Status DecodeSoundBytes(FourCharCode format, int channels, int rate, const uint8_t* bytes, size_t size,
                         std::vector<int16_t>& out);
 

@@ -30,7 +30,7 @@ Status MixedSampleStore::Restart() const {
 Status MixedSampleStore::ReadBytes(int64_t byteOffset, size_t size, uint8_t* out) const {
     static_assert(std::endian::native == std::endian::little, "the mix's 16-bit samples are handed out as 'sowt' bytes");
     if (byteOffset < 0 || byteOffset % kBytesPerFrame != 0 || size % size_t(kBytesPerFrame) != 0)
-        return MediaFailure(kBadParameter, "a read of the mix that does not fall on whole frames");
+        return MediaFailure(util::kBadParameter, "a read of the mix that does not fall on whole frames");
     std::lock_guard<std::mutex> lock(mutex_);
     const int64_t first = byteOffset / kBytesPerFrame;
     try {
@@ -41,23 +41,23 @@ Status MixedSampleStore::ReadBytes(int64_t byteOffset, size_t size, uint8_t* out
             skipped_.resize(skip * 2);
             size_t got = 0;
             if (Status s = source_->Read(skipped_.data(), skip, got)) return s;
-            if (got < skip) return MediaFailure(kEndOfFile, "read past the end of the mix");
+            if (got < skip) return MediaFailure(util::kEndOfFile, "read past the end of the mix");
             nextFrame_ += int64_t(got);
         }
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory to mix the sound");
+        return MediaFailure(util::kMemoryFull, "no memory to mix the sound");
     }
     const size_t frames = size / size_t(kBytesPerFrame);
     size_t got = 0;
     if (Status s = source_->Read(reinterpret_cast<int16_t*>(out), frames, got)) return s;
     nextFrame_ += int64_t(got);
-    if (got < frames) return MediaFailure(kEndOfFile, "read past the end of the mix");
-    return kNoError;
+    if (got < frames) return MediaFailure(util::kEndOfFile, "read past the end of the mix");
+    return util::kNoError;
 }
 
 Status MixOnReadMovie(Movie&& movie, const RenderOptions& options, Movie& mixed) {
     const OutputFormat format = CdQualityWav();
-    if (!movie.FirstSoundTrack()) return MediaFailure(kNoSoundTrack, "the movie has no sound track");
+    if (!movie.FirstSoundTrack()) return MediaFailure(util::kNoSoundTrack, "the movie has no sound track");
     const int64_t frames = StatedMixFrames(movie, format);
     try {
         Movie made;
@@ -70,9 +70,9 @@ Status MixOnReadMovie(Movie&& movie, const RenderOptions& options, Movie& mixed)
         track.InsertMedia(0);
         mixed = std::move(made);
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory for the mixed sound");
+        return MediaFailure(util::kMemoryFull, "no memory for the mixed sound");
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::media

@@ -50,22 +50,22 @@ int64_t Movie::Duration() const {
 Status Movie::FilePath(std::string& path) const {
     if (dataReference.kind == DataReference::Kind::kFile) {
         path = dataReference.path;
-        return kNoError;
+        return util::kNoError;
     }
-    if (tracks_.empty()) return MediaFailure(kInvalidTrack, "the movie has no track");
+    if (tracks_.empty()) return MediaFailure(util::kInvalidTrack, "the movie has no track");
     for (const auto& run : tracks_.front()->media.Runs()) {
         if (!run.store->FilePath().empty()) {
             path = run.store->FilePath();
-            return kNoError;
+            return util::kNoError;
         }
     }
-    return MediaFailure(kFeatureUnsupported, "the movie lives in memory, not in a file");
+    return MediaFailure(util::kFeatureUnsupported, "the movie lives in memory, not in a file");
 }
 
 Status Movie::SourceFormat(FourCharCode& subtype) const {
-    if (importerSubtype == 0) return MediaFailure(kFeatureUnsupported, "the movie was not imported from a file");
+    if (importerSubtype == 0) return MediaFailure(util::kFeatureUnsupported, "the movie was not imported from a file");
     subtype = importerSubtype;
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::media

@@ -52,11 +52,11 @@ public:
     int64_t Duration() const;
 
     // The file that holds the movie: the default data reference, else the file behind the first
-    // track's samples. kNoSoundTrack / kInvalidTrack when there is no track, kFeatureUnsupported
+    // track's samples. util::kNoSoundTrack / util::kInvalidTrack when there is no track, util::kFeatureUnsupported
     // when the movie lives in memory only.
     Status FilePath(std::string& path) const;
 
-    // The importer subtype, or kFeatureUnsupported when the movie did not come from a file.
+    // The importer subtype, or util::kFeatureUnsupported when the movie did not come from a file.
     Status SourceFormat(FourCharCode& subtype) const;
 
 private:

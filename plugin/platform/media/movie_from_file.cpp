@@ -119,7 +119,7 @@ Status ReadFirstPackets(AVFormatContext& format, std::vector<PendingPcm>& pcm, s
     pcmOffsets.assign(pcm.size(), -1);
     size_t missing = pcm.size() + texts.size();
     PacketPtr packet(av_packet_alloc());
-    if (!packet) return MediaFailure(kMemoryFull, "no memory for a packet");
+    if (!packet) return MediaFailure(util::kMemoryFull, "no memory for a packet");
     for (int n = 0; missing > 0 && n < kMaxProbePackets; ++n) {
         int rc = av_read_frame(&format, packet.get());
         if (rc == AVERROR(EAGAIN)) continue;
@@ -138,7 +138,7 @@ Status ReadFirstPackets(AVFormatContext& format, std::vector<PendingPcm>& pcm, s
             }
         av_packet_unref(packet.get());
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 Status AttachPcmStore(const std::string& path, int64_t fileSize, int64_t dataOffset, PendingPcm& pending) {
@@ -147,8 +147,8 @@ Status AttachPcmStore(const std::string& path, int64_t fileSize, int64_t dataOff
     const int64_t bytesPerFrame = BytesPerFrame(d);
     // A header that states no frames (or none at all) and no packet: an empty sound (an empty selection
     // written out), not a damaged file.
-    if (dataOffset < 0 && pending.statedFrames <= 0) return kNoError;
-    if (dataOffset < 0 || dataOffset > fileSize) return MediaFailure(kMovieNotFound, path + ": no sound data found");
+    if (dataOffset < 0 && pending.statedFrames <= 0) return util::kNoError;
+    if (dataOffset < 0 || dataOffset > fileSize) return MediaFailure(util::kMovieNotFound, path + ": no sound data found");
     // What the header states, but never more than the file holds: a cut-off file plays what it has.
     int64_t frames = (fileSize - dataOffset) / bytesPerFrame;
     if (pending.statedFrames >= 0 && pending.statedFrames < frames) frames = pending.statedFrames;
@@ -160,9 +160,9 @@ Status AttachPcmStore(const std::string& path, int64_t fileSize, int64_t dataOff
 // What every opener checks first: the file is there, is a file, and is not empty.
 Status StatMediaFile(const std::string& path, struct stat& info) {
     if (::stat(path.c_str(), &info) != 0) return StatusFromErrno(errno, MediaStep::kOpening);
-    if (S_ISDIR(info.st_mode)) return MediaFailure(kNotAFile, path + " is a folder");
-    if (info.st_size == 0) return MediaFailure(kMovieNotFound, path + " is empty");
-    return kNoError;
+    if (S_ISDIR(info.st_mode)) return MediaFailure(util::kNotAFile, path + " is a folder");
+    if (info.st_size == 0) return MediaFailure(util::kMovieNotFound, path + " is empty");
+    return util::kNoError;
 }
 
 }  // namespace
@@ -245,7 +245,7 @@ Status MovieFromFileByLibraries(const std::string& path, Movie& movie) {
                 if (text) texts.push_back({int(i), &track});
             }
         }
-        if (opened.TrackCount() == 0) return MediaFailure(kMovieNotFound, path + " holds no sound, picture or text");
+        if (opened.TrackCount() == 0) return MediaFailure(util::kMovieNotFound, path + " holds no sound, picture or text");
 
         std::vector<int64_t> offsets;
         if (!pcm.empty() || !texts.empty())
@@ -262,9 +262,9 @@ Status MovieFromFileByLibraries(const std::string& path, Movie& movie) {
         }
         movie = std::move(opened);
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory to open " + path);
+        return MediaFailure(util::kMemoryFull, "no memory to open " + path);
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::media

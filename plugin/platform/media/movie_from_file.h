@@ -10,9 +10,9 @@
 
 namespace vd::media {
 
-// kFileNotFound (-43), kPermissionDenied (-54), kNotAFile (-1302) for a folder, kMovieNotFound
+// util::kFileNotFound (-43), util::kPermissionDenied (-54), util::kNotAFile (-1302) for a folder, util::kMovieNotFound
 // (-2048) for an empty, truncated, corrupt or non-media file. A file with no sound opens;
-// callers that need sound check FirstSoundTrack (kNoSoundTrack).
+// callers that need sound check FirstSoundTrack (util::kNoSoundTrack).
 // Plain PCM WAV files are read without the media libraries (plain_wav.h).
 Status MovieFromFile(const std::string& path, Movie& movie);
 

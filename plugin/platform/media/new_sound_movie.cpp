@@ -5,16 +5,16 @@
 namespace vd::media {
 
 Status NewMemorySoundMovie(int32_t mediaTimeScale, Movie& movie) {
-    if (mediaTimeScale <= 0) return MediaFailure(kBadParameter, "a sound media needs a positive time scale");
+    if (mediaTimeScale <= 0) return MediaFailure(util::kBadParameter, "a sound media needs a positive time scale");
     try {
         Movie made;
         made.dataReference.kind = DataReference::Kind::kMemory;
         made.AddTrack(Characteristic::kAudio, Media(kSoundMediaType, mediaTimeScale));
         movie = std::move(made);
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory for a new movie");
+        return MediaFailure(util::kMemoryFull, "no memory for a new movie");
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 Status NewEmptySoundMovie(Movie& movie) {
@@ -27,7 +27,7 @@ Status NewEmptySoundMovie(Movie& movie) {
         return s;
     track.InsertMedia(0);
     movie = std::move(made);
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::media

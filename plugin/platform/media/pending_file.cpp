@@ -19,9 +19,9 @@ PendingFile::~PendingFile() {
 
 Status PendingFile::Create(const std::string& target) {
     std::filesystem::path path(target);
-    if (path.filename().empty()) return MediaFailure(kBadParameter, "no file name in " + target);
+    if (path.filename().empty()) return MediaFailure(util::kBadParameter, "no file name in " + target);
     struct stat info {};
-    if (::stat(target.c_str(), &info) == 0 && S_ISDIR(info.st_mode)) return MediaFailure(kNotAFile, target + " is a folder");
+    if (::stat(target.c_str(), &info) == 0 && S_ISDIR(info.st_mode)) return MediaFailure(util::kNotAFile, target + " is a folder");
     std::string pattern = (path.parent_path() / ("." + path.filename().string() + ".XXXXXX")).string();
     std::vector<char> name(pattern.begin(), pattern.end());
     name.push_back('\0');
@@ -36,7 +36,7 @@ Status PendingFile::Create(const std::string& target) {
     target_ = target;
     std::error_code ignored;
     record_ = platform::TemporaryFileRecord::Make(std::filesystem::absolute(temporary_, ignored).string());
-    return kNoError;
+    return util::kNoError;
 }
 
 Status PendingFile::Write(const void* bytes, size_t size) {
@@ -50,7 +50,7 @@ Status PendingFile::Write(const void* bytes, size_t size) {
         p += n;
         size -= size_t(n);
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 Status PendingFile::WriteAt(const void* bytes, size_t size, int64_t offset) {
@@ -65,7 +65,7 @@ Status PendingFile::WriteAt(const void* bytes, size_t size, int64_t offset) {
         size -= size_t(n);
         offset += n;
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 Status PendingFile::Commit() {
@@ -75,7 +75,7 @@ Status PendingFile::Commit() {
     if (::rename(temporary_.c_str(), target_.c_str()) != 0) return StatusFromErrno(errno, MediaStep::kWriting);
     temporary_.clear();
     record_.Forget();
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::media

@@ -16,13 +16,13 @@ Status MovieFromPlainWav(const std::string& path, const struct stat& info, Movie
     PlainWavLayout layout;
     {
         const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-        if (fd < 0) return kNoError;  // the library opener reports why
+        if (fd < 0) return util::kNoError;  // the library opener reports why
         const bool plain = ReadPlainWavLayout(fd, int64_t(info.st_size), layout);
         ::close(fd);
-        if (!plain) return kNoError;
+        if (!plain) return util::kNoError;
     }
     const CodecFormat* row = FindCodecFormat(layout.codecName);
-    if (!row) return kNoError;
+    if (!row) return util::kNoError;
     handled = true;
     try {
         Movie opened;
@@ -44,9 +44,9 @@ Status MovieFromPlainWav(const std::string& path, const struct stat& info, Movie
         }
         movie = std::move(opened);
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory to open " + path);
+        return MediaFailure(util::kMemoryFull, "no memory to open " + path);
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::media

@@ -35,7 +35,7 @@ Status CopyThrough(const Media& media, SoundWriter& writer) {
             done += int64_t(want);
         }
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace
@@ -61,7 +61,7 @@ Status RenderMovie(const Movie& movie, const std::string& target, const OutputFo
         }
         return writer->Finish();
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory to render the sound");
+        return MediaFailure(util::kMemoryFull, "no memory to render the sound");
     }
 }
 
@@ -92,9 +92,9 @@ Status RenderToMemory(const Movie& movie, const RenderOptions& options, Movie& r
         track.InsertMedia(0);
         rendered = std::move(made);
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory for the rendered sound");
+        return MediaFailure(util::kMemoryFull, "no memory for the rendered sound");
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::media

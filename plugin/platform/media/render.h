@@ -13,14 +13,14 @@
 namespace vd::media {
 
 // Writes to target through a temporary file in its folder, renamed into place when complete;
-// on failure target is untouched and nothing is left beside it. kNoSoundTrack when the movie has
+// on failure target is untouched and nothing is left beside it. util::kNoSoundTrack when the movie has
 // no audio track.
 Status RenderMovie(const Movie& movie, const std::string& target, const OutputFormat& format = CdQualityWav(),
                    const RenderOptions& options = {});
 
 // The mix as a new movie in memory: one track of 'sowt' 16-bit samples of the output's rate and
 // channels, held once in a buffer of its final size. For results that are read again in the same
-// call and need no file of their own. kNoSoundTrack when the movie has no audio track.
+// call and need no file of their own. util::kNoSoundTrack when the movie has no audio track.
 Status RenderToMemory(const Movie& movie, const RenderOptions& options, Movie& rendered,
                       const OutputFormat& format = CdQualityWav());
 

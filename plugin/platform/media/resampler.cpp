@@ -17,10 +17,10 @@ Resampler::~Resampler() = default;
 
 Status Resampler::Create(int inRate, int inChannels, int outRate, int outChannels, std::unique_ptr<Resampler>& out) {
     if (inRate <= 0 || outRate <= 0 || inChannels <= 0 || outChannels <= 0)
-        return MediaFailure(kBadParameter, "a rate or channel count below 1");
+        return MediaFailure(util::kBadParameter, "a rate or channel count below 1");
     if (Status s = StartFfmpeg()) return s;
     auto state = std::unique_ptr<State>(new (std::nothrow) State);
-    if (!state) return MediaFailure(kMemoryFull, "no memory for a resampler");
+    if (!state) return MediaFailure(util::kMemoryFull, "no memory for a resampler");
     AVChannelLayout inLayout, outLayout;
     av_channel_layout_default(&inLayout, inChannels);
     av_channel_layout_default(&outLayout, outChannels);
@@ -42,8 +42,8 @@ Status Resampler::Create(int inRate, int inChannels, int outRate, int outChannel
     state->outRate = outRate;
     state->outChannels = outChannels;
     out.reset(new (std::nothrow) Resampler(std::move(state)));
-    if (!out) return MediaFailure(kMemoryFull, "no memory for a resampler");
-    return kNoError;
+    if (!out) return MediaFailure(util::kMemoryFull, "no memory for a resampler");
+    return util::kNoError;
 }
 
 Status Resampler::Convert(const float* in, int64_t frames, std::vector<float>& out) {
@@ -54,7 +54,7 @@ Status Resampler::Convert(const float* in, int64_t frames, std::vector<float>& o
     try {
         out.resize(at + size_t(capacity) * size_t(state_->outChannels));
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory for resampled sound");
+        return MediaFailure(util::kMemoryFull, "no memory for resampled sound");
     }
     uint8_t* outPlane = reinterpret_cast<uint8_t*>(out.data() + at);
     const uint8_t* inPlane = reinterpret_cast<const uint8_t*>(in);
@@ -64,7 +64,7 @@ Status Resampler::Convert(const float* in, int64_t frames, std::vector<float>& o
         return StatusFromAvError(converted, MediaStep::kReading);
     }
     out.resize(at + size_t(converted) * size_t(state_->outChannels));
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::media

@@ -34,15 +34,15 @@ std::vector<Piece> PiecesOf(const Media& media, int64_t first, int64_t count) {
 
 Status CheckRange(const Media& media, int64_t firstFrame, int64_t& frameCount, size_t sampleBytes, int& channels) {
     if (media.mediaType != kSoundMediaType || media.Descriptions().empty())
-        return MediaFailure(kInvalidMedia, "the media holds no sound");
-    if (firstFrame < 0 || frameCount < 0) return MediaFailure(kInvalidTime, "negative sample range");
+        return MediaFailure(util::kInvalidMedia, "the media holds no sound");
+    if (firstFrame < 0 || frameCount < 0) return MediaFailure(util::kInvalidTime, "negative sample range");
     channels = media.Descriptions().front().numberOfChannels;
-    if (channels <= 0) return MediaFailure(kInvalidMedia, "the sound has no channels");
+    if (channels <= 0) return MediaFailure(util::kInvalidMedia, "the sound has no channels");
     const int64_t duration = media.Duration();
     frameCount = firstFrame >= duration ? 0 : std::min(frameCount, duration - firstFrame);
     if (uint64_t(frameCount) * uint64_t(channels) * sampleBytes > kMaxReadBytes)
         return SoundTooLarge("too many samples for one read");
-    return kNoError;
+    return util::kNoError;
 }
 
 const SampleDescription& DescriptionOf(const Media& media, const SampleRun& run) {
@@ -73,7 +73,7 @@ Status ReadPiece(const Media& media, const Piece& piece, int channels, std::vect
             else PcmToFloat(d, target, samples, out.data() + at);
         }
         at += samples;
-        return kNoError;
+        return util::kNoError;
     }
     std::vector<float> block;
     for (int64_t done = 0; done < piece.frames;) {
@@ -91,7 +91,7 @@ Status ReadPiece(const Media& media, const Piece& piece, int channels, std::vect
         done += got;
         if (got < want) break;  // the stream ended before the duration its container stated
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 template <typename Sample>
@@ -110,9 +110,9 @@ Status ReadFrames(const Media& media, int64_t firstFrame, int64_t frameCount, st
         out.resize(at);
     } catch (const std::bad_alloc&) {
         out.clear();
-        return MediaFailure(kMemoryFull, "no memory for the samples");
+        return MediaFailure(util::kMemoryFull, "no memory for the samples");
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace
@@ -130,16 +130,16 @@ Status CheckStoredBytes(const Media& media, int64_t firstFrame, int64_t& frameCo
     if (Status s = CheckRange(media, firstFrame, frameCount, 1, channels)) return s;
     const SampleDescription& first = media.Descriptions().front();
     const int bytesPerFrame = BytesPerFrame(first);
-    if (bytesPerFrame == 0) return MediaFailure(kBadSampleFormat, "compressed sound has no PCM bytes");
+    if (bytesPerFrame == 0) return MediaFailure(util::kCorruptData, "compressed sound has no PCM bytes");
     if (uint64_t(frameCount) * uint64_t(bytesPerFrame) > kMaxReadBytes)
         return SoundTooLarge("too many samples for one read");
     for (const Piece& piece : PiecesOf(media, firstFrame, frameCount)) {
         const SampleDescription& d = DescriptionOf(media, *piece.run);
         if (!piece.run->store->ByteAddressable() || d.dataFormat != first.dataFormat ||
             d.sampleSize != first.sampleSize || d.bigEndian != first.bigEndian)
-            return MediaFailure(kBadSampleFormat, "the sound's samples are not all in one PCM format");
+            return MediaFailure(util::kCorruptData, "the sound's samples are not all in one PCM format");
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 Status ReadStoredBytesInto(const Media& media, int64_t firstFrame, int64_t frameCount, uint8_t* out) {
@@ -151,9 +151,9 @@ Status ReadStoredBytesInto(const Media& media, int64_t firstFrame, int64_t frame
             out += bytes;
         }
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory for the samples");
+        return MediaFailure(util::kMemoryFull, "no memory for the samples");
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 Status ReadStoredBytes(const Media& media, int64_t firstFrame, int64_t frameCount, std::vector<uint8_t>& out) {
@@ -162,19 +162,19 @@ Status ReadStoredBytes(const Media& media, int64_t firstFrame, int64_t frameCoun
     try {
         out.resize(size_t(frameCount) * size_t(BytesPerFrame(media.Descriptions().front())));
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory for the samples");
+        return MediaFailure(util::kMemoryFull, "no memory for the samples");
     }
     if (Status s = ReadStoredBytesInto(media, firstFrame, frameCount, out.data())) {
         out.clear();
         return s;
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 Status SequentialFrameReader::Next(int64_t maxFrames, std::vector<float>& out, int64_t& frames) {
     frames = 0;
     const auto& runs = media_.Runs();
-    if (media_.Descriptions().empty()) return kNoError;
+    if (media_.Descriptions().empty()) return util::kNoError;
     const size_t channels = size_t(media_.Descriptions().front().numberOfChannels);
     try {
         while (run_ < runs.size()) {
@@ -201,13 +201,13 @@ Status SequentialFrameReader::Next(int64_t maxFrames, std::vector<float>& out, i
             inRun_ += frames;
             if (frames > 0) {
                 out.resize(size_t(frames) * channels);
-                return kNoError;
+                return util::kNoError;
             }
         }
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory for the samples");
+        return MediaFailure(util::kMemoryFull, "no memory for the samples");
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::media

@@ -11,7 +11,7 @@
 
 namespace vd::media {
 
-// The most a single read hands back; larger requests answer kMemoryFull. Big enough for hours
+// The most a single read hands back; larger requests answer util::kMemoryFull. Big enough for hours
 // of CD-quality sound, small enough that a lying header cannot make us reserve gigabytes.
 inline constexpr uint64_t kMaxReadBytes = uint64_t(1) << 31;
 
@@ -22,7 +22,7 @@ Status ReadFramesInt16(const Media& media, int64_t firstFrame, int64_t frameCoun
 Status ReadFramesFloat(const Media& media, int64_t firstFrame, int64_t frameCount, std::vector<float>& out);
 
 // The stored bytes of the range, for PCM media whose runs all share description 1's format.
-// kBadSampleFormat for compressed sound or a media of mixed formats.
+// util::kCorruptData for compressed sound or a media of mixed formats.
 Status ReadStoredBytes(const Media& media, int64_t firstFrame, int64_t frameCount, std::vector<uint8_t>& out);
 
 // ReadStoredBytes's checks alone, frameCount clipped as it clips it: for readers that go on to read

@@ -48,7 +48,7 @@ public:
     bool ByteAddressable() const override { return true; }
     Status ReadBytes(int64_t byteOffset, size_t size, uint8_t* out) const override;
 
-    // kMemoryFull when the bytes cannot be had.
+    // util::kMemoryFull when the bytes cannot be had.
     Status Append(const uint8_t* bytes, size_t size);
     int64_t Size() const { return int64_t(bytes_.size()); }
     const uint8_t* Data() const { return bytes_.data(); }

@@ -23,7 +23,7 @@ Status CopyRuns(const Media& from, int64_t first, int64_t count, Media& to) {
         }
         runStart = runEnd;
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 Media EmptyLike(const Media& media) {
@@ -45,7 +45,7 @@ bool SameTiming(const Track& a, const Track& b) {
 Status CopyMovieSelection(const Movie& source, const TimeRange& range, Movie& copy) {
     const int32_t scale = range.scale == 0 ? source.timeScale : range.scale;
     if (range.start < 0 || range.duration < 0 || scale < 0)
-        return MediaFailure(kInvalidTime, "a selection cannot start or last below 0");
+        return MediaFailure(util::kInvalidTime, "a selection cannot start or last below 0");
     try {
         Movie made;
         made.timeScale = source.timeScale;
@@ -80,9 +80,9 @@ Status CopyMovieSelection(const Movie& source, const TimeRange& range, Movie& co
         }
         copy = std::move(made);
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory for the selection");
+        return MediaFailure(util::kMemoryFull, "no memory for the selection");
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 Status AddMovieSelection(Movie& destination, const Movie& source, const TimeRange& range) {
@@ -112,9 +112,9 @@ Status AddMovieSelection(Movie& destination, const Movie& source, const TimeRang
             added.InsertMedia(offset);
         }
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory to add the selection");
+        return MediaFailure(util::kMemoryFull, "no memory to add the selection");
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::media

@@ -11,7 +11,7 @@
 namespace vd::media {
 
 // The movie's range, clipped to its duration (a range that starts past the end selects nothing);
-// kInvalidTime for a negative start or duration or a scale below 0.
+// util::kInvalidTime for a negative start or duration or a scale below 0.
 Status CopyMovieSelection(const Movie& source, const TimeRange& range, Movie& copy);
 
 // Adds source's range at destination's end. A sound track joins the destination's last-ending

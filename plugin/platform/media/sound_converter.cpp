@@ -46,7 +46,7 @@ Status SameRate(const Media& media, int channels, std::vector<uint8_t>& out) {
         out.resize(before + frames);
         MixDown(block.data(), frames, channels, out.data() + before);
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 Status OtherRate(const Media& media, int channels, int32_t outRate, std::vector<uint8_t>& out) {
@@ -76,16 +76,16 @@ Status OtherRate(const Media& media, int channels, int32_t outRate, std::vector<
         out.resize(before + outFrames);
         MixDown(samples.data(), outFrames, channels, out.data() + before);
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace
 
 Status ConvertToMono8(const Media& media, int32_t outRate, uint64_t maxBytes, std::vector<uint8_t>& out) {
-    if (media.Descriptions().empty() || media.Duration() == 0) return kNoError;
-    if (outRate <= 0) return MediaFailure(kBadParameter, "no output rate");
+    if (media.Descriptions().empty() || media.Duration() == 0) return util::kNoError;
+    if (outRate <= 0) return MediaFailure(util::kBadParameter, "no output rate");
     const int channels = media.Descriptions().front().numberOfChannels;
-    if (channels < 1) return MediaFailure(kInvalidMedia, "a sound media without channels");
+    if (channels < 1) return MediaFailure(util::kInvalidMedia, "a sound media without channels");
     const int64_t expected = ConvertTimeScale(media.Duration(), media.timeScale, outRate);
     if (expected < 0 || uint64_t(expected) > maxBytes)
         return SoundTooLarge("the sound is too long to store in a container");
@@ -100,10 +100,10 @@ Status ConvertToMono8(const Media& media, int32_t outRate, uint64_t maxBytes, st
         }
     } catch (const std::bad_alloc&) {
         out.resize(before);
-        return MediaFailure(kMemoryFull, "no memory for the converted sound");
+        return MediaFailure(util::kMemoryFull, "no memory for the converted sound");
     }
     if (out.size() - before > maxBytes) out.resize(before + size_t(maxBytes));
-    return kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::media

@@ -12,7 +12,7 @@ namespace vd::media {
 
 // The media's frames as unsigned 8-bit mono (centre 128) at outRate, appended to what out holds. The
 // channels of a frame are averaged (rounding down) and the 16-bit mix keeps its high byte; a media
-// of another rate goes through the resampler first. kMemoryFull when the samples would pass
+// of another rate goes through the resampler first. util::kMemoryFull when the samples would pass
 // maxBytes; out is as it was on failure.
 Status ConvertToMono8(const Media& media, int32_t outRate, uint64_t maxBytes, std::vector<uint8_t>& out);
 

@@ -5,16 +5,16 @@
 namespace vd::media {
 
 Status SoundWriter::WriteSowtBytes(const uint8_t*, size_t) {
-    return MediaFailure(kFeatureUnsupported, "this writer encodes; it takes no stored bytes");
+    return MediaFailure(util::kFeatureUnsupported, "this writer encodes; it takes no stored bytes");
 }
 
 Status SoundWriter::CopySowtBytes(int, int64_t, int64_t) {
-    return MediaFailure(kFeatureUnsupported, "this writer encodes; it takes no stored bytes");
+    return MediaFailure(util::kFeatureUnsupported, "this writer encodes; it takes no stored bytes");
 }
 
 Status OpenSoundWriter(const OutputFormat& format, const std::string& target, std::unique_ptr<SoundWriter>& writer) {
     if (format.fileType == FourCC("WAVE")) return WavFileWriter::Open(format, target, writer);
-    return MediaFailure(kNoExporter, "no writer for the format '" + FourCCText(format.fileType) + "'");
+    return MediaFailure(util::kNoComponent, "no writer for the format '" + FourCCText(format.fileType) + "'");
 }
 
 }  // namespace vd::media

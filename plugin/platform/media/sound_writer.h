@@ -39,7 +39,7 @@ public:
     virtual Status Finish() = 0;
 };
 
-// A writer for the format into target; kNoExporter for a format no writer exists for, kBadParameter
+// A writer for the format into target; util::kNoComponent for a format no writer exists for, util::kBadParameter
 // for settings the format cannot hold.
 Status OpenSoundWriter(const OutputFormat& format, const std::string& target, std::unique_ptr<SoundWriter>& writer);
 

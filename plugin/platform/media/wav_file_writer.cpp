@@ -39,20 +39,20 @@ std::array<uint8_t, kWavHeaderSize> Header(const OutputFormat& f, uint32_t dataB
 Status WavFileWriter::Open(const OutputFormat& format, const std::string& target, std::unique_ptr<SoundWriter>& writer) {
     if (format.sampleSize != 16 || format.channels < 1 || format.channels > 8 || format.sampleRate < 1 ||
         format.sampleRate > 768000)
-        return MediaFailure(kBadParameter, "WAV output is 16-bit PCM with 1 to 8 channels");
+        return MediaFailure(util::kBadParameter, "WAV output is 16-bit PCM with 1 to 8 channels");
     std::unique_ptr<WavFileWriter> made(new (std::nothrow) WavFileWriter(format));
-    if (!made) return MediaFailure(kMemoryFull, "no memory for a writer");
+    if (!made) return MediaFailure(util::kMemoryFull, "no memory for a writer");
     if (Status s = made->file_.Create(target)) return s;
     auto header = Header(format, 0);
     if (Status s = made->file_.Write(header.data(), header.size())) return s;
     writer = std::move(made);
-    return kNoError;
+    return util::kNoError;
 }
 
 Status WavFileWriter::Grow(uint64_t bytes) {
-    if (dataBytes_ + bytes > kMaxDataBytes) return MediaFailure(kFileTooLarge, "the sound is too long for a WAV file");
+    if (dataBytes_ + bytes > kMaxDataBytes) return MediaFailure(util::kFileTooLarge, "the sound is too long for a WAV file");
     dataBytes_ += bytes;
-    return kNoError;
+    return util::kNoError;
 }
 
 Status WavFileWriter::WriteFrames(const int16_t* samples, size_t frames) {
@@ -73,7 +73,7 @@ Status WavFileWriter::WriteSowtBytes(const uint8_t* bytes, size_t size) {
 }
 
 Status WavFileWriter::CopySowtBytes(int fd, int64_t offset, int64_t size) {
-    if (size < 0) return MediaFailure(kBadParameter, "negative copy");
+    if (size < 0) return MediaFailure(util::kBadParameter, "negative copy");
     if (Status s = Grow(uint64_t(size))) return s;
     // The kernel copies file to file (and may share extents); where it cannot, fall back to blocks.
     off_t from = offset;
@@ -83,7 +83,7 @@ Status WavFileWriter::CopySowtBytes(int fd, int64_t offset, int64_t size) {
             size -= n;
             continue;
         }
-        if (n == 0) return MediaFailure(kEndOfFile, "the sound file ended before its data");
+        if (n == 0) return MediaFailure(util::kEndOfFile, "the sound file ended before its data");
         if (errno == EINTR) continue;
         if (errno != EXDEV && errno != ENOSYS && errno != EINVAL && errno != EOPNOTSUPP)
             return StatusFromErrno(errno, MediaStep::kWriting);
@@ -93,19 +93,19 @@ Status WavFileWriter::CopySowtBytes(int fd, int64_t offset, int64_t size) {
     try {
         block.resize(size_t(std::min<int64_t>(size, 4 << 20)));
     } catch (const std::bad_alloc&) {
-        return MediaFailure(kMemoryFull, "no memory to copy samples");
+        return MediaFailure(util::kMemoryFull, "no memory to copy samples");
     }
     while (size > 0) {
         const size_t want = size_t(std::min<int64_t>(size, int64_t(block.size())));
         ssize_t n = ::pread(fd, block.data(), want, from);
         if (n < 0 && errno == EINTR) continue;
         if (n < 0) return StatusFromErrno(errno, MediaStep::kReading);
-        if (n == 0) return MediaFailure(kEndOfFile, "the sound file ended before its data");
+        if (n == 0) return MediaFailure(util::kEndOfFile, "the sound file ended before its data");
         if (Status s = file_.Write(block.data(), size_t(n))) return s;
         from += n;
         size -= n;
     }
-    return kNoError;
+    return util::kNoError;
 }
 
 Status WavFileWriter::Finish() {

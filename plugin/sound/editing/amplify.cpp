@@ -74,13 +74,13 @@ bool SwapsBytes(const media::SampleDescription& description) {
 }
 
 media::Status CheckAmplifiable(const media::SampleDescription& description, float gain, float limit) {
-    if (std::isnan(gain) || std::isnan(limit)) return media::MediaFailure(media::kBadParameter, "no gain or limit");
+    if (std::isnan(gain) || std::isnan(limit)) return media::MediaFailure(util::kBadParameter, "no gain or limit");
     const media::FourCharCode format = description.dataFormat;
     if (format == media::kFormatRaw || (format == media::kFormatTwos && description.sampleSize == 8))
-        return media::MediaFailure(media::kUnimplemented, "8-bit samples are not amplified");
+        return media::MediaFailure(util::kUnimplemented, "8-bit samples are not amplified");
     if ((format != media::kFormatSowt && format != media::kFormatTwos) || description.sampleSize != 16)
-        return media::MediaFailure(media::kBadSampleFormat, "only 16-bit PCM samples are amplified");
-    return media::kNoError;
+        return media::MediaFailure(util::kCorruptData, "only 16-bit PCM samples are amplified");
+    return util::kNoError;
 }
 
 // Normalizing looks at every sample before the first one is scaled: a pass of its own over the
@@ -100,10 +100,10 @@ media::Status NormalizingGain(const media::Media& media, int64_t frames, const m
             peak = std::max(peak, swap ? Peak<true>(block) : Peak<false>(block));
         }
     } catch (const std::bad_alloc&) {
-        return media::MediaFailure(media::kMemoryFull, "no memory for the samples");
+        return media::MediaFailure(util::kMemoryFull, "no memory for the samples");
     }
     gain = GainForPeak(peak);
-    return media::kNoError;
+    return util::kNoError;
 }
 
 // The source's samples scaled as they are read: an amplified sound is stored or rendered a block
@@ -121,13 +121,13 @@ public:
         const int64_t first = byteOffset / bytesPerFrame, count = int64_t(size) / bytesPerFrame;
         if (byteOffset < 0 || byteOffset % bytesPerFrame != 0 || int64_t(size) % bytesPerFrame != 0 || first > frames_ ||
             count > frames_ - first)
-            return media::MediaFailure(media::kEndOfFile, "read past the amplified samples");
+            return media::MediaFailure(util::kEndOfFile, "read past the amplified samples");
         if (media::Status s = media::ReadStoredBytesInto(source_, first, count, out)) return s;
         const std::span<uint8_t> bytes(out, size);
         const float ceiling = limit_ * kFullScale;
         if (SwapsBytes(description_)) Scale<true>(bytes, gain_, ceiling, -ceiling - 1.0f);
         else Scale<false>(bytes, gain_, ceiling, -ceiling - 1.0f);
-        return media::kNoError;
+        return util::kNoError;
     }
 
 private:
@@ -146,13 +146,13 @@ media::Status AmplifySamples(std::span<uint8_t> bytes, const media::SampleDescri
     limit = normalize ? 1.0f : std::clamp(limit, 0.0f, 1.0f);
     if (SwapsBytes(description)) Amplify<true>(bytes, gain, normalize, limit);
     else Amplify<false>(bytes, gain, normalize, limit);
-    return media::kNoError;
+    return util::kNoError;
 }
 
 media::Status AmplifyMovie(const media::Movie& source, float gain, float limit, media::Movie& amplified) {
     const media::Track* track = source.FirstSoundTrack();
-    if (!track) return media::MediaFailure(media::kInvalidTrack, "the movie has no sound track");
-    if (track->media.Descriptions().empty()) return media::MediaFailure(media::kInvalidMedia, "the sound has no media");
+    if (!track) return media::MediaFailure(util::kInvalidTrack, "the movie has no sound track");
+    if (track->media.Descriptions().empty()) return media::MediaFailure(util::kInvalidMedia, "the sound has no media");
     const media::SampleDescription description = track->media.Descriptions().front();
     int64_t frames = track->media.Duration();
     if (media::Status s = media::CheckStoredBytes(track->media, 0, frames)) return s;
@@ -172,9 +172,9 @@ media::Status AmplifyMovie(const media::Movie& source, float gain, float limit, 
         added.InsertMedia(0);
         amplified = std::move(made);
     } catch (const std::bad_alloc&) {
-        return media::MediaFailure(media::kMemoryFull, "no memory for the amplified sound");
+        return media::MediaFailure(util::kMemoryFull, "no memory for the amplified sound");
     }
-    return media::kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::sound

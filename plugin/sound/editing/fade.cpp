@@ -21,7 +21,7 @@ uint32_t FixedSeconds(float units, float scale) {
 }  // namespace
 
 media::Status SanitizeFade(const FadeRequest& request, int64_t movieDuration, int32_t timeScale, Fade& fade) {
-    if (timeScale < 1) return media::MediaFailure(media::kBadParameter, "the movie has no time scale");
+    if (timeScale < 1) return media::MediaFailure(util::kBadParameter, "the movie has no time scale");
     const float scale = float(timeScale);
     const float duration = float(movieDuration);
     auto units = [&](const util::SignedFixedTime& t) {
@@ -40,7 +40,7 @@ media::Status SanitizeFade(const FadeRequest& request, int64_t movieDuration, in
     const auto loudest = int16_t(kTopVolume * level);  // truncated
     fade.fromVolume = request.fadeIn ? 0 : loudest;
     fade.toVolume = request.fadeIn ? loudest : 0;
-    return media::kNoError;
+    return util::kNoError;
 }
 
 media::GainRamp FadeRamp(const Fade& fade, int16_t trackVolume) {
@@ -52,13 +52,13 @@ media::GainRamp FadeRamp(const Fade& fade, int16_t trackVolume) {
 
 media::Status FadeOptions(const media::Movie& movie, const Fade& fade, media::RenderOptions& options) {
     const media::Track* sound = movie.FirstSoundTrack();
-    if (!sound) return media::MediaFailure(media::kInvalidTrack, "the movie has no sound track");
+    if (!sound) return media::MediaFailure(util::kInvalidTrack, "the movie has no sound track");
     for (size_t i = 0; i < movie.TrackCount(); ++i) {
         if (&movie.TrackAt(i) != sound) continue;
         options.trackRamps.assign(i + 1, std::nullopt);
         options.trackRamps[i] = FadeRamp(fade, sound->volume);
     }
-    return media::kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::sound

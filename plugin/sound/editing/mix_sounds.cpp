@@ -51,7 +51,7 @@ public:
         const int64_t first = byteOffset / bytesPerFrame_, count = int64_t(size) / bytesPerFrame_;
         if (byteOffset < 0 || byteOffset % bytesPerFrame_ != 0 || int64_t(size) % bytesPerFrame_ != 0 ||
             first > total_ || count > total_ - first)
-            return media::MediaFailure(media::kEndOfFile, "read past the mix");
+            return media::MediaFailure(util::kEndOfFile, "read past the mix");
         const int64_t averaged = std::max<int64_t>(0, std::min(first + count, common_) - first);
         if (averaged > 0) {
             const size_t bytes = size_t(averaged * bytesPerFrame_);
@@ -59,7 +59,7 @@ public:
             try {
                 scratch_.resize(bytes);
             } catch (const std::bad_alloc&) {
-                return media::MediaFailure(media::kMemoryFull, "no memory for the mix");
+                return media::MediaFailure(util::kMemoryFull, "no memory for the mix");
             }
             if (media::Status s = media::ReadStoredBytesInto(one_, first, averaged, scratch_.data())) return s;
             if (media::Status s = media::ReadStoredBytesInto(two_, first, averaged, out)) return s;
@@ -71,7 +71,7 @@ public:
                                                              out + averaged * bytesPerFrame_))
                 return s;
         }
-        return media::kNoError;
+        return util::kNoError;
     }
 
 private:
@@ -89,7 +89,7 @@ private:
 media::Status AverageSamples(std::span<const uint8_t> a, std::span<uint8_t> b,
                              const media::SampleDescription& description) {
     if (description.numberOfChannels != 1 && description.numberOfChannels != 2)
-        return media::MediaFailure(media::kUnimplemented, "only mono and stereo sounds are mixed");
+        return media::MediaFailure(util::kUnimplemented, "only mono and stereo sounds are mixed");
     const media::FourCharCode format = description.dataFormat;
     constexpr bool kLittleEndianMachine = std::endian::native == std::endian::little;
     if (format == media::kFormatRaw && description.sampleSize == 8) {
@@ -99,22 +99,22 @@ media::Status AverageSamples(std::span<const uint8_t> a, std::span<uint8_t> b,
     } else if (format == media::kFormatTwos && description.sampleSize == 16) {
         Average16<kLittleEndianMachine>(a, b);
     } else {
-        return media::MediaFailure(media::kUnimplemented, "only 16-bit and unsigned 8-bit samples are mixed");
+        return media::MediaFailure(util::kUnimplemented, "only 16-bit and unsigned 8-bit samples are mixed");
     }
-    return media::kNoError;
+    return util::kNoError;
 }
 
 media::Status MixSounds(const media::Movie& first, const media::Movie& second, media::Movie& mixed) {
     const media::Track* one = SoundTrackOf(first);
     const media::Track* two = SoundTrackOf(second);
-    if (!one || !two) return media::MediaFailure(media::kInvalidTrack, "a sound to mix has no sound track");
+    if (!one || !two) return media::MediaFailure(util::kInvalidTrack, "a sound to mix has no sound track");
     const int64_t length1 = one->media.Duration(), length2 = two->media.Duration();
     const int64_t common = std::min(length1, length2);
     const media::Track* longer = length1 > length2 ? one : two;
     const media::SampleDescription description =
         common > 0 ? two->media.Descriptions().front() : longer->media.Descriptions().front();
     const int bytesPerFrame = media::BytesPerFrame(description);
-    if (bytesPerFrame == 0) return media::MediaFailure(media::kUnimplemented, "only PCM sounds are mixed");
+    if (bytesPerFrame == 0) return media::MediaFailure(util::kUnimplemented, "only PCM sounds are mixed");
     const int64_t total = std::max(length1, length2);
     if (uint64_t(total) > media::kMaxReadBytes / unsigned(bytesPerFrame))
         return media::SoundTooLarge("the mix is too long to hold");
@@ -126,11 +126,11 @@ media::Status MixSounds(const media::Movie& first, const media::Movie& second, m
         if (media::Status s = media::CheckStoredBytes(one->media, 0, frames)) return s;
         if (media::Status s = media::CheckStoredBytes(two->media, 0, frames)) return s;
         if (media::BytesPerFrame(one->media.Descriptions().front()) != bytesPerFrame)
-            return media::MediaFailure(media::kBadParameter, "the sounds' frames differ in size");
+            return media::MediaFailure(util::kBadParameter, "the sounds' frames differ in size");
         if (media::Status s = AverageSamples({}, {}, description)) return s;
     }
     if (BytesPerFrame(longer->media.Descriptions().front()) != bytesPerFrame)
-        return media::MediaFailure(media::kBadParameter, "the sounds' frames differ in size");
+        return media::MediaFailure(util::kBadParameter, "the sounds' frames differ in size");
     int64_t rest = total - common;
     if (rest > 0)
         if (media::Status s = media::CheckStoredBytes(longer->media, common, rest)) return s;
@@ -145,9 +145,9 @@ media::Status MixSounds(const media::Movie& first, const media::Movie& second, m
         track.InsertMedia(0);
         mixed = std::move(made);
     } catch (const std::bad_alloc&) {
-        return media::MediaFailure(media::kMemoryFull, "no memory for the mix");
+        return media::MediaFailure(util::kMemoryFull, "no memory for the mix");
     }
-    return media::kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::sound

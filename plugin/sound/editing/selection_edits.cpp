@@ -15,7 +15,7 @@ media::Status AppendSounds(const media::Movie& first, const media::Movie& second
     if (media::Status s = media::CopyMovieSelection(first, Whole(first), copy)) return s;
     if (media::Status s = media::AddMovieSelection(copy, second, Whole(second))) return s;
     joined = std::move(copy);
-    return media::kNoError;
+    return util::kNoError;
 }
 
 media::Status ExtractPart(const media::Movie& sound, uint32_t start, uint32_t end, media::Movie& part) {

@@ -10,17 +10,17 @@ namespace {
 
 media::Status FirstSoundFormat(const media::Movie& movie, media::FourCharCode& format) {
     const media::Track* track = movie.FirstSoundTrack();
-    if (!track) return media::MediaFailure(media::kInvalidTrack, "the movie has no sound track");
-    if (track->media.Descriptions().empty()) return media::MediaFailure(media::kInvalidMedia, "the sound track has no media");
+    if (!track) return media::MediaFailure(util::kInvalidTrack, "the movie has no sound track");
+    if (track->media.Descriptions().empty()) return media::MediaFailure(util::kInvalidMedia, "the sound track has no media");
     format = track->media.Descriptions().front().dataFormat;
-    return media::kNoError;
+    return util::kNoError;
 }
 
 media::Status EnsureFormat(SoundMovie& sound, std::initializer_list<media::FourCharCode> accepted) {
     media::FourCharCode format = 0;
     if (media::Status s = FirstSoundFormat(sound.movie, format)) return s;
     for (media::FourCharCode ok : accepted)
-        if (format == ok) return media::kNoError;
+        if (format == ok) return util::kNoError;
     return ConvertMovieToWav(sound);
 }
 
@@ -44,7 +44,7 @@ media::Status ConvertMovieToWav(SoundMovie& sound) {
     if (media::Status s = media::MovieFromFile(wav.Path(), reopened)) return s;
     sound.movie = std::move(reopened);  // the old movie goes first, then the file it may have lived in
     sound.backing = std::move(wav);
-    return media::kNoError;
+    return util::kNoError;
 }
 
 media::Status EnsurePcm(SoundMovie& sound) {

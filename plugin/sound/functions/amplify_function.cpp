@@ -4,7 +4,7 @@
 #include "fmapi/args/host_number.h"
 #include "sound/editing/amplify.h"
 #include "sound/editing/wav_conversion.h"
-#include "sound/functions/editing_functions.h"
+#include "sound/functions/sound_functions.h"
 #include "sound/functions/sound_result.h"
 #include "sound/sound_function_steps.h"
 #include "util/status_codes.h"

@@ -1,4 +1,4 @@
-#include "sound/functions/create_sound_function.h"
+#include "sound/functions/sound_functions.h"
 
 #include "fmapi/args/arguments.h"
 #include "sound/functions/sound_result.h"

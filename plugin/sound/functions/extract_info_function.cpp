@@ -1,4 +1,4 @@
-#include "sound/functions/extract_info_function.h"
+#include "sound/functions/sound_functions.h"
 
 #include "fmapi/args/arguments.h"
 #include "sound/information/information_extraction.h"

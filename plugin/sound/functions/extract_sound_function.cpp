@@ -1,7 +1,7 @@
 // Vandrel_ExtractSound ( sound ; start ; end )
 #include "fmapi/args/value_readers.h"
 #include "sound/editing/selection_edits.h"
-#include "sound/functions/editing_functions.h"
+#include "sound/functions/sound_functions.h"
 #include "sound/functions/sound_result.h"
 #include "sound/sound_function_steps.h"
 

@@ -4,7 +4,7 @@
 #include "fmapi/args/value_readers.h"
 #include "sound/editing/fade.h"
 #include "sound/editing/wav_conversion.h"
-#include "sound/functions/editing_functions.h"
+#include "sound/functions/sound_functions.h"
 #include "sound/functions/sound_result.h"
 #include "sound/movie_source.h"
 #include "sound/sound_function_steps.h"
@@ -42,7 +42,7 @@ fmapi::Outcome FadeSoundFunction(const FunctionCall& call) {
     // Sounds in an MPEG-4 file are faded from a PCM copy; sounds with no file behind them (from a
     // container) count as the media layer's own format and are faded as they are.
     media::FourCharCode format = 0;
-    if (SourceFormatCode(sound.movie, format) != media::kNoError) format = kFallbackFormat;
+    if (SourceFormatCode(sound.movie, format) != util::kNoError) format = kFallbackFormat;
     if (format == kMpeg4Audio)
         if (media::Status s = EnsurePcm(sound))
             return StepFailure(s, UnlessTemporaryFileFailed(sound.temporaryFileFailed,

@@ -1,4 +1,4 @@
-#include "sound/functions/sound_info_function.h"
+#include "sound/functions/sound_functions.h"
 
 #include "container/movie_parameter.h"
 #include "sound/information/sound_info.h"

@@ -1,4 +1,4 @@
-#include "sound/functions/waveform_function.h"
+#include "sound/functions/sound_functions.h"
 
 #include "container/movie_parameter.h"
 #include "container/pixel_buffer_store.h"

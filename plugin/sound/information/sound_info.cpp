@@ -101,10 +101,10 @@ void DescribeTrack(Report& report, const media::Track& track, int32_t movieTimeS
 
 media::Status SoundInfoReport(const media::Movie& movie, std::string& report, size_t capacity) {
     const auto tracks = movie.TracksWith(media::Characteristic::kAudio);
-    if (tracks.empty()) return media::kNoSoundTrack;
+    if (tracks.empty()) return util::kNoSoundTrack;
     media::FourCharCode format = 0;
     if (media::Status s = movie.SourceFormat(format)) {
-        if (s != media::kFeatureUnsupported) return s;
+        if (s != util::kFeatureUnsupported) return s;
         format = kLocalFileFormat;
     }
     std::string text;
@@ -112,7 +112,7 @@ media::Status SoundInfoReport(const media::Movie& movie, std::string& report, si
     lines.Line("Format: %s\r", CodeText(format).c_str());
     for (const media::Track* track : tracks) DescribeTrack(lines, *track, movie.timeScale);
     report = std::move(text);
-    return media::kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::sound

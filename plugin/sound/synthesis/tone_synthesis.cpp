@@ -47,16 +47,16 @@ int32_t TimeScaleOf(uint32_t rate) { return int32_t((uint64_t(rate) + 32768) >> 
 Status AppendToneSegment(uint32_t duration, uint32_t rate, uint32_t frequency, media::Media& media, uint16_t flags,
                          double* phase) {
     const int bytes = BytesPerSample(flags);
-    if (bytes == 0) return media::MediaFailure(media::kBadParameter, "no generator writes that sample size");
+    if (bytes == 0) return media::MediaFailure(util::kBadParameter, "no generator writes that sample size");
     const float product = (float(duration) / 65536.0f) * (float(rate) / 65536.0f);
     const uint64_t frames = product > 0 ? uint64_t(product) : 0;
     const uint64_t frameBytes = uint64_t(bytes) * (IsStereo(flags) ? 2 : 1);
-    if (frames > kMaxSegmentBytes / frameBytes) return media::MediaFailure(media::kMemoryFull, "the tone is too long to hold");
+    if (frames > kMaxSegmentBytes / frameBytes) return media::MediaFailure(util::kMemoryFull, "the tone is too long to hold");
     std::vector<uint8_t> block;
     try {
         block.resize(size_t(frames * frameBytes));
     } catch (const std::bad_alloc&) {
-        return media::MediaFailure(media::kMemoryFull, "no memory for the tone");
+        return media::MediaFailure(util::kMemoryFull, "no memory for the tone");
     }
     GenerateTone(flags, FloatFromFixed(rate), FloatFromFixed(frequency), block, phase);
     return media.AppendSamples(BlockDescription(flags, rate), block.data(), block.size(), int64_t(frames));
@@ -69,7 +69,7 @@ Status GenerateSoundMovie(uint32_t duration, uint32_t rate, uint32_t frequency, 
     if (Status s = AppendToneSegment(duration, rate, frequency, track.media, flags)) return s;
     track.InsertMedia(0);
     movie = std::move(made);
-    return media::kNoError;
+    return util::kNoError;
 }
 
 Status BuildTestChime(uint32_t noteDuration, uint32_t rate, uint16_t flags, bool descending, media::Movie& movie) {
@@ -82,12 +82,12 @@ Status BuildTestChime(uint32_t noteDuration, uint32_t rate, uint16_t flags, bool
     if (descending) std::swap(notes[0], notes[2]);
     for (const char* note : notes) {
         auto frequency = NoteFrequencyFromName(note);
-        if (!frequency) return media::MediaFailure(media::kBadParameter, "the chime's notes are not in the table");
+        if (!frequency) return media::MediaFailure(util::kBadParameter, "the chime's notes are not in the table");
         if (Status s = AppendToneSegment(noteDuration, rate, frequency->fixed, track.media, flags, &phase)) return s;
     }
     track.InsertMedia(0);
     movie = std::move(made);
-    return media::kNoError;
+    return util::kNoError;
 }
 
 }  // namespace vd::sound

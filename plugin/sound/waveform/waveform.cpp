@@ -25,7 +25,7 @@ constexpr int64_t kBlockFrames = 1 << 16;
 media::Status SelectRange(media::Movie& movie, const WaveformRequest& request, SoundMovie& work) {
     if (!request.start && !request.end) {
         work.movie = std::move(movie);
-        return media::kNoError;
+        return util::kNoError;
     }
     const auto scale = int64_t(media::kSecondsFixedScale);
     const int64_t start = request.start.value_or(0);
@@ -72,7 +72,7 @@ WaveformOutcome DrawWaveform(media::Movie movie, const WaveformRequest& request,
     SoundMovie work;
     if (media::Status s = SelectRange(movie, request, work)) return {s, "Could not extract movie selection."};
     const size_t soundTracks = work.movie.TracksWith(media::Characteristic::kAudio).size();
-    if (soundTracks == 0) return {media::kNoSoundTrack, ""};
+    if (soundTracks == 0) return {util::kNoSoundTrack, ""};
     if (request.selection.track < 1 || size_t(request.selection.track) > soundTracks) return {util::kNoSuchTrack, ""};
     // Only the drawn track stays: converting to PCM renders every sound track into one, which
     // would mix the others into it and leave no second track to draw.
@@ -80,9 +80,9 @@ WaveformOutcome DrawWaveform(media::Movie movie, const WaveformRequest& request,
     if (media::Status s = EnsurePcm(work)) return {s, UnlessTemporaryFileFailed(work.temporaryFileFailed, "Could not convert sound.")};
 
     const media::Track* track = work.movie.FirstSoundTrack();
-    if (!track) return {media::kNoSoundTrack, ""};
+    if (!track) return {util::kNoSoundTrack, ""};
     const media::Media& media = track->media;
-    if (media.Descriptions().empty()) return {media::kInvalidMedia, ""};
+    if (media.Descriptions().empty()) return {util::kInvalidMedia, ""};
     const media::SampleDescription& description = media.Descriptions().front();
     if (int32_t e = CheckSampleFormat(description)) return {e, ""};
 

@@ -3,8 +3,7 @@
 #include "frame/handler_dispatch.h"
 #include "fmapi/errors/vds_error.h"
 #include "frame/function_table.h"
-#include "frame/not_implemented.h"
-#include "frame/functions/version_function.h"
+#include "frame/functions/frame_functions.h"
 #include "plugin/plugin_test_support.h"
 #include "vandrel_version.h"
 

@@ -3,7 +3,7 @@
 // reference carry a copy of it between markers; this test says when the copies are stale and
 // prints the block to paste.
 #include "frame/function_table.h"
-#include "frame/not_implemented.h"
+#include "frame/functions/frame_functions.h"
 
 #include <support/temp_folder.h>
 

@@ -22,7 +22,7 @@ protected:
     Movie Opened(const std::string& name, const std::string& wav) {
         vdtest::writeFile(folder.path() / name, wav);
         Movie movie;
-        EXPECT_EQ(MovieFromFile((folder.path() / name).string(), movie), kNoError);
+        EXPECT_EQ(MovieFromFile((folder.path() / name).string(), movie), util::kNoError);
         return movie;
     }
 
@@ -38,7 +38,7 @@ protected:
 
     Samples FromFile(const Movie& movie, const RenderOptions& options) {
         const std::string path = (folder.path() / "mix.wav").string();
-        EXPECT_EQ(RenderMovie(movie, path, CdQualityWav(), options), kNoError);
+        EXPECT_EQ(RenderMovie(movie, path, CdQualityWav(), options), util::kNoError);
         const std::string wav = vdtest::readFile(path);
         Samples samples((wav.size() - 44) / 2);
         std::memcpy(samples.data(), wav.data() + 44, samples.size() * 2);
@@ -47,13 +47,13 @@ protected:
 
     static Samples FromMedia(const Media& media, int64_t first = 0, int64_t frames = -1) {
         Samples samples;
-        EXPECT_EQ(ReadFramesInt16(media, first, frames < 0 ? media.Duration() : frames, samples), kNoError);
+        EXPECT_EQ(ReadFramesInt16(media, first, frames < 0 ? media.Duration() : frames, samples), util::kNoError);
         return samples;
     }
 
     static Samples PulledOnAnotherThread(const Movie& movie, const RenderOptions& options) {
         std::unique_ptr<MixedBlockSource> source;
-        EXPECT_EQ(MixedBlockSource::Open(movie, CdQualityWav(), options, source), kNoError);
+        EXPECT_EQ(MixedBlockSource::Open(movie, CdQualityWav(), options, source), util::kNoError);
         DevicePull device(std::move(source));
         Samples pulled;
         std::thread([&] {
@@ -67,7 +67,7 @@ protected:
                 if (got < want) break;
             }
         }).join();
-        EXPECT_EQ(device.LastStatus(), kNoError);
+        EXPECT_EQ(device.LastStatus(), util::kNoError);
         return pulled;
     }
 
@@ -92,14 +92,14 @@ TEST_F(BlockSourceTest, EverySinkHearsTheSameSamples) {
         ASSERT_GT(file.size(), 2u * 65536);
 
         Movie inMemory;
-        ASSERT_EQ(RenderToMemory(c.movie, c.options, inMemory), kNoError);
+        ASSERT_EQ(RenderToMemory(c.movie, c.options, inMemory), util::kNoError);
         EXPECT_EQ(FromMedia(inMemory.FirstSoundTrack()->media), file);
         EXPECT_EQ(PulledOnAnotherThread(c.movie, c.options), file);
 
         if (!MixLengthKnown(c.movie, CdQualityWav())) continue;
         EXPECT_EQ(StatedMixFrames(c.movie, CdQualityWav()) * 2, int64_t(file.size()));
         Movie onRead;
-        ASSERT_EQ(MixOnReadMovie(std::move(c.movie), c.options, onRead), kNoError);
+        ASSERT_EQ(MixOnReadMovie(std::move(c.movie), c.options, onRead), util::kNoError);
         const Media& mixed = onRead.FirstSoundTrack()->media;
         EXPECT_EQ(FromMedia(mixed), file);
         // Backwards after the end, then a jump forwards.

@@ -76,9 +76,9 @@ TEST_F(MovieFromFileTest, DescribesEveryKindOfSoundFile) {
         SCOPED_TRACE(c.file);
         if (!std::filesystem::exists(Path(c.file))) GTEST_SKIP() << "the ffmpeg program is not installed";
         Movie movie;
-        ASSERT_EQ(MovieFromFile(Path(c.file), movie), kNoError) << LastMediaErrorDetail();
+        ASSERT_EQ(MovieFromFile(Path(c.file), movie), util::kNoError) << LastMediaErrorDetail();
         FourCharCode importer = 0;
-        ASSERT_EQ(movie.SourceFormat(importer), kNoError);
+        ASSERT_EQ(movie.SourceFormat(importer), util::kNoError);
         EXPECT_EQ(FourCCText(importer), c.importer);
         const Track* track = movie.FirstSoundTrack();
         ASSERT_NE(track, nullptr);
@@ -96,7 +96,7 @@ TEST_F(MovieFromFileTest, DescribesEveryKindOfSoundFile) {
 TEST_F(MovieFromFileTest, EveryAudioStreamIsATrackAndOtherStreamsKeepTheirKind) {
     VD_REQUIRE_FFMPEG();
     Movie two;
-    ASSERT_EQ(MovieFromFile(Path("two.mov"), two), kNoError);
+    ASSERT_EQ(MovieFromFile(Path("two.mov"), two), util::kNoError);
     auto audio = two.TracksWith(Characteristic::kAudio);
     ASSERT_EQ(audio.size(), 2u);
     EXPECT_EQ(audio[0]->media.Descriptions().front().numberOfChannels, 2);
@@ -105,7 +105,7 @@ TEST_F(MovieFromFileTest, EveryAudioStreamIsATrackAndOtherStreamsKeepTheirKind) 
     EXPECT_EQ(audio[1]->media.Duration(), 22050);
 
     Movie visual;
-    ASSERT_EQ(MovieFromFile(Path("visual.mov"), visual), kNoError);
+    ASSERT_EQ(MovieFromFile(Path("visual.mov"), visual), util::kNoError);
     ASSERT_EQ(visual.TracksWith(Characteristic::kVisual).size(), 1u);
     const auto& picture = visual.TracksWith(Characteristic::kVisual)[0]->media.Descriptions().front();
     EXPECT_EQ(FourCCText(picture.dataFormat), "jpeg");
@@ -121,23 +121,23 @@ TEST_F(MovieFromFileTest, EveryAudioStreamIsATrackAndOtherStreamsKeepTheirKind) 
 
 TEST_F(MovieFromFileTest, MissingFoldersAndNonMediaFilesAnswerTheirCodes) {
     Movie movie;
-    EXPECT_EQ(MovieFromFile(Path("absent.wav"), movie), kFileNotFound);
-    EXPECT_EQ(MovieFromFile(folder_->path().string(), movie), kNotAFile);
+    EXPECT_EQ(MovieFromFile(Path("absent.wav"), movie), util::kFileNotFound);
+    EXPECT_EQ(MovieFromFile(folder_->path().string(), movie), util::kNotAFile);
     vdtest::writeFile(Path("empty.wav"), "");
-    EXPECT_EQ(MovieFromFile(Path("empty.wav"), movie), kMovieNotFound);
+    EXPECT_EQ(MovieFromFile(Path("empty.wav"), movie), util::kMovieNotFound);
     vdtest::writeFile(Path("letter.txt"), "Dear reader,\nthis is plain text and no sound at all.\n");
-    EXPECT_EQ(MovieFromFile(Path("letter.txt"), movie), kMovieNotFound);
+    EXPECT_EQ(MovieFromFile(Path("letter.txt"), movie), util::kMovieNotFound);
     if (geteuid() != 0) {
         vdtest::writeFile(Path("locked.wav"), vdtest::media::SineWav(100, 1));
         std::filesystem::permissions(Path("locked.wav"), std::filesystem::perms::none);
-        EXPECT_EQ(MovieFromFile(Path("locked.wav"), movie), kPermissionDenied);
+        EXPECT_EQ(MovieFromFile(Path("locked.wav"), movie), util::kPermissionDenied);
     }
 }
 
 // Reading everything and rendering must end with a status, whatever the file holds.
 void ReadAndRenderAll(const std::string& path, const std::string& output) {
     Movie movie;
-    if (MovieFromFile(path, movie) != kNoError) return;
+    if (MovieFromFile(path, movie) != util::kNoError) return;
     if (const Track* track = movie.FirstSoundTrack()) {
         std::vector<int16_t> samples;
         Status s = ReadFramesInt16(track->media, 0, track->media.Duration(), samples);
@@ -159,14 +159,14 @@ TEST_F(MovieFromFileTest, CutOffAndDamagedFilesFailCleanly) {
 
         // Cut inside the header: nothing to open.
         vdtest::writeFile(Path("cut" + ext), whole.substr(0, 10));
-        EXPECT_EQ(MovieFromFile(Path("cut" + ext), movie), kMovieNotFound) << LastMediaErrorDetail();
+        EXPECT_EQ(MovieFromFile(Path("cut" + ext), movie), util::kMovieNotFound) << LastMediaErrorDetail();
 
         // Garbage from the first byte on: not a movie.
         std::string garbage(whole.size(), '\0');
         uint32_t x = 12345;
         for (char& ch : garbage) ch = char((x = x * 1103515245 + 12345) >> 24);
         vdtest::writeFile(Path("garbage" + ext), garbage);
-        EXPECT_NE(MovieFromFile(Path("garbage" + ext), movie), kNoError);
+        EXPECT_NE(MovieFromFile(Path("garbage" + ext), movie), util::kNoError);
 
         // Cut in the middle, or damaged after the header: opens or not, never crashes or reads
         // past what is there.
@@ -183,7 +183,7 @@ TEST_F(MovieFromFileTest, CutOffPcmKeepsTheFramesThatAreThere) {
     const std::string whole = vdtest::readFile(Path("s16.wav"));
     vdtest::writeFile(Path("short.wav"), whole.substr(0, 44 + 4 * 1000 + 2));  // header says 44100 frames
     Movie movie;
-    ASSERT_EQ(MovieFromFile(Path("short.wav"), movie), kNoError);
+    ASSERT_EQ(MovieFromFile(Path("short.wav"), movie), util::kNoError);
     EXPECT_EQ(movie.FirstSoundTrack()->media.Duration(), 1000);
 }
 
@@ -217,8 +217,8 @@ protected:
     void ExpectSameMovie(const std::string& path) {
         SCOPED_TRACE(path);
         Movie plain, library;
-        ASSERT_EQ(MovieFromFile(path, plain), kNoError);
-        ASSERT_EQ(MovieFromFileByLibraries(path, library), kNoError);
+        ASSERT_EQ(MovieFromFile(path, plain), util::kNoError);
+        ASSERT_EQ(MovieFromFileByLibraries(path, library), util::kNoError);
         EXPECT_EQ(plain.importerSubtype, library.importerSubtype);
         EXPECT_EQ(plain.creationTime, library.creationTime);
         EXPECT_EQ(plain.dataReference.path, library.dataReference.path);
@@ -231,8 +231,8 @@ protected:
         EXPECT_EQ(a.Duration(), b.Duration());
         EXPECT_EQ(plain.Duration(), library.Duration());
         std::vector<uint8_t> bytesA, bytesB;
-        ASSERT_EQ(ReadStoredBytes(a, 0, a.Duration(), bytesA), kNoError);
-        ASSERT_EQ(ReadStoredBytes(b, 0, b.Duration(), bytesB), kNoError);
+        ASSERT_EQ(ReadStoredBytes(a, 0, a.Duration(), bytesA), util::kNoError);
+        ASSERT_EQ(ReadStoredBytes(b, 0, b.Duration(), bytesB), util::kNoError);
         EXPECT_EQ(bytesA, bytesB);
     }
 
@@ -289,7 +289,7 @@ TEST_F(PlainWavTest, OtherWavFilesAreLeftToTheLibraries) {
     Movie movie;
     vdtest::writeFile(Path("law.wav"), alaw);
     if (vdtest::media::HaveFfmpeg()) {
-        ASSERT_EQ(MovieFromFile(Path("law.wav"), movie), kNoError);  // read by the libraries instead
+        ASSERT_EQ(MovieFromFile(Path("law.wav"), movie), util::kNoError);  // read by the libraries instead
         EXPECT_EQ(movie.TrackAt(0).media.Descriptions().front().dataFormat, FourCC("alaw"));
     }
 }

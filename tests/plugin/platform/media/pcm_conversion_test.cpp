@@ -52,19 +52,19 @@ TEST(PcmConversionTest, ResampledNotANumbersLeaveTheirNeighboursSilentToo) {
     std::vector<float> samples(4800, 0.0f);
     for (size_t i = 100; i < samples.size(); i += 997) samples[i] = kNaN;
     Movie movie;
-    ASSERT_EQ(NewMemorySoundMovie(48000, movie), kNoError);
+    ASSERT_EQ(NewMemorySoundMovie(48000, movie), util::kNoError);
     ASSERT_EQ(movie.TrackAt(0).media.AppendSamples(PcmSoundDescription(kFormatFloat32, 1, 32, 48000),
                                                    reinterpret_cast<const uint8_t*>(samples.data()),
                                                    samples.size() * sizeof(float), int64_t(samples.size())),
-              kNoError);
+              util::kNoError);
     movie.TrackAt(0).InsertMedia(0);
     vdtest::TempFolder folder;
     const std::string target = (folder / "out.wav").string();
-    ASSERT_EQ(RenderMovie(movie, target), kNoError);
+    ASSERT_EQ(RenderMovie(movie, target), util::kNoError);
     Movie rendered;
-    ASSERT_EQ(MovieFromFile(target, rendered), kNoError);
+    ASSERT_EQ(MovieFromFile(target, rendered), util::kNoError);
     std::vector<int16_t> out;
-    ASSERT_EQ(ReadFramesInt16(rendered.FirstSoundTrack()->media, 0, 1 << 20, out), kNoError);
+    ASSERT_EQ(ReadFramesInt16(rendered.FirstSoundTrack()->media, 0, 1 << 20, out), util::kNoError);
     ASSERT_EQ(out.size(), 2u * 4410);
     EXPECT_EQ(std::count(out.begin(), out.end(), 0), std::ptrdiff_t(out.size()));
 }

@@ -17,7 +17,7 @@ using vdtest::media::SineSample;
 // A memory movie with one track of constant 16-bit samples.
 Movie ConstantMovie(int rate, int channels, int16_t value, int64_t frames, FourCharCode format = kFormatSowt) {
     Movie movie;
-    EXPECT_EQ(NewMemorySoundMovie(rate, movie), kNoError);
+    EXPECT_EQ(NewMemorySoundMovie(rate, movie), util::kNoError);
     std::vector<uint8_t> bytes;
     for (int64_t i = 0; i < frames * channels; ++i) {
         const uint16_t u = uint16_t(value);
@@ -26,7 +26,7 @@ Movie ConstantMovie(int rate, int channels, int16_t value, int64_t frames, FourC
     }
     EXPECT_EQ(movie.TrackAt(0).media.AppendSamples(PcmSoundDescription(format, channels, 16, rate), bytes.data(),
                                                    bytes.size(), frames),
-              kNoError);
+              util::kNoError);
     movie.TrackAt(0).InsertMedia(0);
     return movie;
 }
@@ -39,7 +39,7 @@ protected:
 
 TEST_F(MediaRenderTest, WritesACdQualityWavWithCorrectHeaderAndSamples) {
     Movie movie;
-    ASSERT_EQ(NewMemorySoundMovie(44100, movie), kNoError);
+    ASSERT_EQ(NewMemorySoundMovie(44100, movie), util::kNoError);
     std::vector<uint8_t> bytes = [] {
         std::string wav = vdtest::media::SineWav(1000, 2);
         return std::vector<uint8_t>(wav.begin() + 44, wav.end());
@@ -48,9 +48,9 @@ TEST_F(MediaRenderTest, WritesACdQualityWavWithCorrectHeaderAndSamples) {
     for (size_t i = 0; i < bytes.size(); i += 2) std::swap(bytes[i], bytes[i + 1]);
     ASSERT_EQ(movie.TrackAt(0).media.AppendSamples(PcmSoundDescription(kFormatTwos, 2, 16, 44100), bytes.data(),
                                                    bytes.size(), 1000),
-              kNoError);
+              util::kNoError);
     movie.TrackAt(0).InsertMedia(0);
-    ASSERT_EQ(RenderMovie(movie, Path("out.wav")), kNoError) << LastMediaErrorDetail();
+    ASSERT_EQ(RenderMovie(movie, Path("out.wav")), util::kNoError) << LastMediaErrorDetail();
     const std::string wav = vdtest::readFile(Path("out.wav"));
     ASSERT_EQ(wav.size(), 44u + 4000);
     // The canonical 44-byte header: PCM, 2 channels, 44100 Hz, 176400 bytes/s, 4-byte frames, 16 bits.
@@ -61,7 +61,7 @@ TEST_F(MediaRenderTest, WritesACdQualityWavWithCorrectHeaderAndSamples) {
     }
     // And the result opens as the 'sowt' sound it claims to be.
     Movie reopened;
-    ASSERT_EQ(MovieFromFile(Path("out.wav"), reopened), kNoError);
+    ASSERT_EQ(MovieFromFile(Path("out.wav"), reopened), util::kNoError);
     EXPECT_TRUE(IsCdQualitySowt(reopened.FirstSoundTrack()->media.Descriptions()[0]));
     EXPECT_EQ(reopened.FirstSoundTrack()->media.Duration(), 1000);
 }
@@ -70,15 +70,15 @@ TEST_F(MediaRenderTest, CopyPathIsByteIdenticalFromFileAndFromSelections) {
     const std::string source = vdtest::media::SineWav(100000, 2);
     vdtest::writeFile(Path("in.wav"), source);
     Movie movie;
-    ASSERT_EQ(MovieFromFile(Path("in.wav"), movie), kNoError);
-    ASSERT_EQ(RenderMovie(movie, Path("copy.wav")), kNoError);
+    ASSERT_EQ(MovieFromFile(Path("in.wav"), movie), util::kNoError);
+    ASSERT_EQ(RenderMovie(movie, Path("copy.wav")), util::kNoError);
     EXPECT_EQ(vdtest::readFile(Path("copy.wav")), source);
 
     // Second half then first half: two runs over one file.
     Movie swapped;
-    ASSERT_EQ(CopyMovieSelection(movie, {50000, 50000, 44100}, swapped), kNoError);
-    ASSERT_EQ(AddMovieSelection(swapped, movie, {0, 50000, 44100}), kNoError);
-    ASSERT_EQ(RenderMovie(swapped, Path("swapped.wav")), kNoError);
+    ASSERT_EQ(CopyMovieSelection(movie, {50000, 50000, 44100}, swapped), util::kNoError);
+    ASSERT_EQ(AddMovieSelection(swapped, movie, {0, 50000, 44100}), util::kNoError);
+    ASSERT_EQ(RenderMovie(swapped, Path("swapped.wav")), util::kNoError);
     const std::string out = vdtest::readFile(Path("swapped.wav"));
     ASSERT_EQ(out.size(), source.size());
     EXPECT_EQ(out.substr(44, 200000), source.substr(44 + 200000));
@@ -92,17 +92,17 @@ TEST_F(MediaRenderTest, TracksMixByVolumeAndClip) {
     Track& added = movie.AddTrack(Characteristic::kAudio, other.TrackAt(0).media);
     added.volume = 128;
     added.InsertMedia(0);
-    ASSERT_EQ(RenderMovie(movie, Path("mix.wav")), kNoError);
+    ASSERT_EQ(RenderMovie(movie, Path("mix.wav")), util::kNoError);
     std::string wav = vdtest::readFile(Path("mix.wav"));
     ASSERT_EQ(wav.size(), 44u + 4000);
     EXPECT_EQ(Le16(wav, 44), 10000);              // 8000 + 4000 / 2
     EXPECT_EQ(Le16(wav, 44 + 4 * 600), 8000);     // after the shorter track ends
 
     movie.TrackAt(0).volume = 1024;               // 4 × 8000 clips
-    ASSERT_EQ(RenderMovie(movie, Path("loud.wav")), kNoError);
+    ASSERT_EQ(RenderMovie(movie, Path("loud.wav")), util::kNoError);
     EXPECT_EQ(Le16(vdtest::readFile(Path("loud.wav")), 44), 32767);
     movie.TrackAt(0).enabled = false;
-    ASSERT_EQ(RenderMovie(movie, Path("quiet.wav")), kNoError);
+    ASSERT_EQ(RenderMovie(movie, Path("quiet.wav")), util::kNoError);
     wav = vdtest::readFile(Path("quiet.wav"));
     EXPECT_EQ(wav.size(), 44u + 4000);            // the disabled track still lasts
     EXPECT_EQ(Le16(wav, 44), 2000);
@@ -113,7 +113,7 @@ TEST_F(MediaRenderTest, RampChangesTheGainInsideItsIntervalOnly) {
     Movie movie = ConstantMovie(44100, 2, 20000, 2 * 44100);
     RenderOptions options;
     options.trackRamps.push_back(GainRamp{0.5, 1.5, 0.0f, 0.5f});
-    ASSERT_EQ(RenderMovie(movie, Path("fade.wav"), CdQualityWav(), options), kNoError);
+    ASSERT_EQ(RenderMovie(movie, Path("fade.wav"), CdQualityWav(), options), util::kNoError);
     const std::string wav = vdtest::readFile(Path("fade.wav"));
     ASSERT_EQ(wav.size(), 44u + 4 * 2 * 44100);
     EXPECT_EQ(Le16(wav, 44 + 4 * 22049), 20000);  // before: unchanged
@@ -127,14 +127,14 @@ TEST_F(MediaRenderTest, RampChangesTheGainInsideItsIntervalOnly) {
 TEST_F(MediaRenderTest, HalfRateMonoBecomesTwiceAsManyStereoFrames) {
     vdtest::writeFile(Path("mono.wav"), vdtest::media::SineWav(22050, 1, 22050));
     Movie movie;
-    ASSERT_EQ(MovieFromFile(Path("mono.wav"), movie), kNoError);
-    ASSERT_EQ(RenderMovie(movie, Path("up.wav")), kNoError);
+    ASSERT_EQ(MovieFromFile(Path("mono.wav"), movie), util::kNoError);
+    ASSERT_EQ(RenderMovie(movie, Path("up.wav")), util::kNoError);
     Movie up;
-    ASSERT_EQ(MovieFromFile(Path("up.wav"), up), kNoError);
+    ASSERT_EQ(MovieFromFile(Path("up.wav"), up), util::kNoError);
     const Media& media = up.FirstSoundTrack()->media;
     EXPECT_EQ(media.Duration(), 44100);
     std::vector<int16_t> samples;
-    ASSERT_EQ(ReadFramesInt16(media, 0, media.Duration(), samples), kNoError);
+    ASSERT_EQ(ReadFramesInt16(media, 0, media.Duration(), samples), util::kNoError);
     // Full level in both channels (a 440 Hz sine at 22050 Hz, read at 44100 Hz).
     for (int64_t n = 1000; n < 1100; ++n) {
         EXPECT_NEAR(samples[size_t(2 * n)], SineSample(n, 0, 44100), 60);
@@ -147,10 +147,10 @@ TEST_F(MediaRenderTest, CompressedSoundRendersThroughTheDecoder) {
     vdtest::writeFile(Path("in.wav"), vdtest::media::SineWav(44100, 2));
     vdtest::media::Ffmpeg({"-i", Path("in.wav"), "-ar", "48000", Path("in.flac")});
     Movie movie;
-    ASSERT_EQ(MovieFromFile(Path("in.flac"), movie), kNoError);
-    ASSERT_EQ(RenderMovie(movie, Path("out.wav")), kNoError);
+    ASSERT_EQ(MovieFromFile(Path("in.flac"), movie), util::kNoError);
+    ASSERT_EQ(RenderMovie(movie, Path("out.wav")), util::kNoError);
     Movie out;
-    ASSERT_EQ(MovieFromFile(Path("out.wav"), out), kNoError);
+    ASSERT_EQ(MovieFromFile(Path("out.wav"), out), util::kNoError);
     EXPECT_NEAR(double(out.FirstSoundTrack()->media.Duration()), 44100.0, 2.0);
 }
 
@@ -159,33 +159,33 @@ TEST_F(MediaRenderTest, FailuresLeaveNothingBehindAndNoDescriptorOpen) {
     vdtest::writeFile(Path("in.wav"), vdtest::media::SineWav(44100, 2));
     {
         Movie movie;
-        ASSERT_EQ(MovieFromFile(Path("in.wav"), movie), kNoError);
+        ASSERT_EQ(MovieFromFile(Path("in.wav"), movie), util::kNoError);
         std::vector<int16_t> samples;
-        ASSERT_EQ(ReadFramesInt16(movie.FirstSoundTrack()->media, 0, 44100, samples), kNoError);
-        ASSERT_EQ(RenderMovie(movie, Path("ok.wav")), kNoError);
+        ASSERT_EQ(ReadFramesInt16(movie.FirstSoundTrack()->media, 0, 44100, samples), util::kNoError);
+        ASSERT_EQ(RenderMovie(movie, Path("ok.wav")), util::kNoError);
 
         // The sound's file vanishes from under it: the render fails and leaves no file.
         std::filesystem::resize_file(Path("in.wav"), 100);
         auto before = vdtest::media::FolderEntries(folder.path());
-        EXPECT_NE(RenderMovie(movie, Path("failed.wav")), kNoError);
+        EXPECT_NE(RenderMovie(movie, Path("failed.wav")), util::kNoError);
         EXPECT_EQ(vdtest::media::FolderEntries(folder.path()), before);
         EXPECT_FALSE(std::filesystem::exists(Path("failed.wav")));
 
         // A target whose folder is missing, a folder as target, an unknown format.
-        EXPECT_EQ(RenderMovie(movie, Path("no/such/folder/x.wav")), kFileNotFound);
-        EXPECT_EQ(RenderMovie(movie, folder.path().string()), kNotAFile);
+        EXPECT_EQ(RenderMovie(movie, Path("no/such/folder/x.wav")), util::kFileNotFound);
+        EXPECT_EQ(RenderMovie(movie, folder.path().string()), util::kNotAFile);
         OutputFormat mp3;
         mp3.fileType = FourCC("MP3 ");
-        EXPECT_EQ(RenderMovie(movie, Path("x.mp3"), mp3), kNoExporter);
+        EXPECT_EQ(RenderMovie(movie, Path("x.mp3"), mp3), util::kNoComponent);
         EXPECT_EQ(vdtest::media::FolderEntries(folder.path()), before);
     }
     Movie noSound;
-    EXPECT_EQ(RenderMovie(noSound, Path("none.wav")), kNoSoundTrack);
+    EXPECT_EQ(RenderMovie(noSound, Path("none.wav")), util::kNoSoundTrack);
     if (vdtest::media::HaveFfmpeg()) {
         vdtest::media::Ffmpeg({"-i", Path("ok.wav"), Path("in.mp3")});
         Movie mp3;
-        ASSERT_EQ(MovieFromFile(Path("in.mp3"), mp3), kNoError);
-        ASSERT_EQ(RenderMovie(mp3, Path("mp3.wav")), kNoError);
+        ASSERT_EQ(MovieFromFile(Path("in.mp3"), mp3), util::kNoError);
+        ASSERT_EQ(RenderMovie(mp3, Path("mp3.wav")), util::kNoError);
     }
     EXPECT_EQ(vdtest::media::OpenDescriptors(), descriptors);
 }

@@ -22,10 +22,10 @@ protected:
     // Frames [first, first + count) of the file's first sound track as 16-bit samples.
     std::vector<int16_t> Read(const std::string& file, int64_t first, int64_t count) {
         Movie movie;
-        EXPECT_EQ(MovieFromFile(Path(file), movie), kNoError) << LastMediaErrorDetail();
+        EXPECT_EQ(MovieFromFile(Path(file), movie), util::kNoError) << LastMediaErrorDetail();
         std::vector<int16_t> samples;
         if (const Track* t = movie.FirstSoundTrack()) {
-            EXPECT_EQ(ReadFramesInt16(t->media, first, count, samples), kNoError);
+            EXPECT_EQ(ReadFramesInt16(t->media, first, count, samples), util::kNoError);
         }
         return samples;
     }
@@ -65,9 +65,9 @@ TEST_F(MediaSampleReadingTest, EightBitCentreIsZeroAndStoredBytesStayAsStored) {
     for (int n = 0; n < 100; ++n) EXPECT_EQ(samples[size_t(n)], (SineSample(n, 0, 22050) >> 8) * 256);
 
     Movie movie;
-    ASSERT_EQ(MovieFromFile(Path("u8.wav"), movie), kNoError);
+    ASSERT_EQ(MovieFromFile(Path("u8.wav"), movie), util::kNoError);
     std::vector<uint8_t> bytes;
-    ASSERT_EQ(ReadStoredBytes(movie.FirstSoundTrack()->media, 0, 4, bytes), kNoError);
+    ASSERT_EQ(ReadStoredBytes(movie.FirstSoundTrack()->media, 0, 4, bytes), util::kNoError);
     ASSERT_EQ(bytes.size(), 4u);
     EXPECT_EQ(bytes[0], 128);
 }
@@ -77,11 +77,11 @@ TEST_F(MediaSampleReadingTest, StoredBytesKeepTheirByteOrder) {
     vdtest::writeFile(Path("s16.wav"), vdtest::media::SineWav(4410, 2));
     vdtest::media::Ffmpeg({"-i", Path("s16.wav"), "-c:a", "pcm_s16be", Path("be.aiff")});
     Movie little, big;
-    ASSERT_EQ(MovieFromFile(Path("s16.wav"), little), kNoError);
-    ASSERT_EQ(MovieFromFile(Path("be.aiff"), big), kNoError);
+    ASSERT_EQ(MovieFromFile(Path("s16.wav"), little), util::kNoError);
+    ASSERT_EQ(MovieFromFile(Path("be.aiff"), big), util::kNoError);
     std::vector<uint8_t> le, be;
-    ASSERT_EQ(ReadStoredBytes(little.FirstSoundTrack()->media, 10, 20, le), kNoError);
-    ASSERT_EQ(ReadStoredBytes(big.FirstSoundTrack()->media, 10, 20, be), kNoError);
+    ASSERT_EQ(ReadStoredBytes(little.FirstSoundTrack()->media, 10, 20, le), util::kNoError);
+    ASSERT_EQ(ReadStoredBytes(big.FirstSoundTrack()->media, 10, 20, be), util::kNoError);
     ASSERT_EQ(le.size(), 80u);
     ASSERT_EQ(be.size(), 80u);
     for (size_t i = 0; i < le.size(); i += 2) {
@@ -96,20 +96,20 @@ TEST_F(MediaSampleReadingTest, CompressedSoundDecodesNearTheSineAndHasNoStoredBy
     vdtest::writeFile(Path("s16.wav"), vdtest::media::SineWav(44100, 2));
     vdtest::media::Ffmpeg({"-i", Path("s16.wav"), "-c:a", "libmp3lame", "-b:a", "192k", Path("tone.mp3")});
     Movie movie;
-    ASSERT_EQ(MovieFromFile(Path("tone.mp3"), movie), kNoError);
+    ASSERT_EQ(MovieFromFile(Path("tone.mp3"), movie), util::kNoError);
     const Media& media = movie.FirstSoundTrack()->media;
     std::vector<int16_t> samples;
-    ASSERT_EQ(ReadFramesInt16(media, 0, media.Duration(), samples), kNoError);
+    ASSERT_EQ(ReadFramesInt16(media, 0, media.Duration(), samples), util::kNoError);
     EXPECT_NEAR(double(samples.size()) / 2, 44100.0, 1200.0);
     // The level of the left channel over the middle: a 10000-amplitude sine has RMS 7071.
     double sum = 0;
     for (size_t n = 10000; n < 30000; ++n) sum += double(samples[2 * n]) * samples[2 * n];
     EXPECT_NEAR(std::sqrt(sum / 20000), 7071.0, 300.0);
     std::vector<uint8_t> bytes;
-    EXPECT_EQ(ReadStoredBytes(media, 0, 10, bytes), kBadSampleFormat);
+    EXPECT_EQ(ReadStoredBytes(media, 0, 10, bytes), util::kCorruptData);
     // Reading backwards restarts the decoder and gives the same samples again.
     std::vector<int16_t> again;
-    ASSERT_EQ(ReadFramesInt16(media, 20000, 100, again), kNoError);
+    ASSERT_EQ(ReadFramesInt16(media, 20000, 100, again), util::kNoError);
     ASSERT_EQ(again.size(), 200u);
     EXPECT_EQ(again[0], samples[40000]);
     EXPECT_EQ(again[199], samples[40199]);
@@ -117,24 +117,24 @@ TEST_F(MediaSampleReadingTest, CompressedSoundDecodesNearTheSineAndHasNoStoredBy
 
 TEST_F(MediaSampleReadingTest, AbsurdRangesAnswerStatusesBeforeAnyAllocation) {
     Movie movie;
-    ASSERT_EQ(NewEmptySoundMovie(movie), kNoError);
+    ASSERT_EQ(NewEmptySoundMovie(movie), util::kNoError);
     const Media& media = movie.FirstSoundTrack()->media;
     std::vector<int16_t> samples;
-    EXPECT_EQ(ReadFramesInt16(media, -1, 1, samples), kInvalidTime);
-    EXPECT_EQ(ReadFramesInt16(media, 0, -5, samples), kInvalidTime);
-    EXPECT_EQ(ReadFramesInt16(media, 0, INT64_MAX, samples), kNoError);  // clipped to the one frame
+    EXPECT_EQ(ReadFramesInt16(media, -1, 1, samples), util::kInvalidTime);
+    EXPECT_EQ(ReadFramesInt16(media, 0, -5, samples), util::kInvalidTime);
+    EXPECT_EQ(ReadFramesInt16(media, 0, INT64_MAX, samples), util::kNoError);  // clipped to the one frame
     EXPECT_EQ(samples, std::vector<int16_t>(2, 0));
 
     // A media that claims more frames than one read may hold.
     Movie huge;
-    ASSERT_EQ(NewMemorySoundMovie(44100, huge), kNoError);
+    ASSERT_EQ(NewMemorySoundMovie(44100, huge), util::kNoError);
     Media& big = huge.TrackAt(0).media;
     auto store = std::make_shared<MemorySampleStore>();
     ASSERT_EQ(big.AppendRun(SampleRun{store, 0, int64_t(1) << 40, 1}, PcmSoundDescription(kFormatSowt, 2, 16, 44100)),
-              kNoError);
-    EXPECT_EQ(ReadFramesInt16(big, 0, int64_t(1) << 40, samples), kMemoryFull);
+              util::kNoError);
+    EXPECT_EQ(ReadFramesInt16(big, 0, int64_t(1) << 40, samples), util::kMemoryFull);
     std::vector<uint8_t> bytes;
-    EXPECT_EQ(ReadStoredBytes(big, 0, int64_t(1) << 40, bytes), kMemoryFull);
+    EXPECT_EQ(ReadStoredBytes(big, 0, int64_t(1) << 40, bytes), util::kMemoryFull);
 }
 
 }  // namespace

@@ -15,11 +15,11 @@ class MediaSelectionTest : public ::testing::Test {
 protected:
     void SetUp() override {
         vdtest::writeFile(folder / "a.wav", vdtest::media::SineWav(44100, 2));
-        ASSERT_EQ(MovieFromFile((folder / "a.wav").string(), sound), kNoError);
+        ASSERT_EQ(MovieFromFile((folder / "a.wav").string(), sound), util::kNoError);
     }
     static std::vector<int16_t> All(const Track& track) {
         std::vector<int16_t> samples;
-        EXPECT_EQ(ReadFramesInt16(track.media, 0, track.media.Duration(), samples), kNoError);
+        EXPECT_EQ(ReadFramesInt16(track.media, 0, track.media.Duration(), samples), util::kNoError);
         return samples;
     }
     vdtest::TempFolder folder;
@@ -29,7 +29,7 @@ protected:
 TEST_F(MediaSelectionTest, CopyTakesTheRangeToTheFrameWithoutCopyingSamples) {
     Movie part;
     // 0.25 s to 0.75 s, given as 16.16 seconds.
-    ASSERT_EQ(CopyMovieSelection(sound, {0x4000, 0x8000, kSecondsFixedScale}, part), kNoError);
+    ASSERT_EQ(CopyMovieSelection(sound, {0x4000, 0x8000, kSecondsFixedScale}, part), util::kNoError);
     const Track& track = *part.FirstSoundTrack();
     EXPECT_EQ(track.media.Duration(), 22050);
     EXPECT_EQ(part.Duration(), 300);
@@ -40,22 +40,22 @@ TEST_F(MediaSelectionTest, CopyTakesTheRangeToTheFrameWithoutCopyingSamples) {
     // The copy reads the same file region: still PCM bytes, still in the file.
     EXPECT_EQ(track.media.Runs().at(0).store, sound.FirstSoundTrack()->media.Runs().at(0).store);
     std::string path;
-    ASSERT_EQ(part.FilePath(path), kNoError);
+    ASSERT_EQ(part.FilePath(path), util::kNoError);
     EXPECT_EQ(path, (folder / "a.wav").string());
 
     // Ranges past the end are clipped; a range from the end is empty; negative ones fail.
-    ASSERT_EQ(CopyMovieSelection(sound, {300, 100000, 0}, part), kNoError);
+    ASSERT_EQ(CopyMovieSelection(sound, {300, 100000, 0}, part), util::kNoError);
     EXPECT_EQ(part.FirstSoundTrack()->media.Duration(), 22050);
-    ASSERT_EQ(CopyMovieSelection(sound, {600, 600, 0}, part), kNoError);
+    ASSERT_EQ(CopyMovieSelection(sound, {600, 600, 0}, part), util::kNoError);
     EXPECT_EQ(part.FirstSoundTrack()->media.Duration(), 0);
-    EXPECT_EQ(CopyMovieSelection(sound, {-1, 600, 0}, part), kInvalidTime);
-    EXPECT_EQ(CopyMovieSelection(sound, {0, -1, 0}, part), kInvalidTime);
+    EXPECT_EQ(CopyMovieSelection(sound, {-1, 600, 0}, part), util::kInvalidTime);
+    EXPECT_EQ(CopyMovieSelection(sound, {0, -1, 0}, part), util::kInvalidTime);
 }
 
 TEST_F(MediaSelectionTest, AppendingTheSameFormatJoinsOneTrackExactly) {
     Movie joined;
-    ASSERT_EQ(CopyMovieSelection(sound, {0, sound.Duration(), 0}, joined), kNoError);
-    ASSERT_EQ(AddMovieSelection(joined, sound, {0, 300, 0}), kNoError);
+    ASSERT_EQ(CopyMovieSelection(sound, {0, sound.Duration(), 0}, joined), util::kNoError);
+    ASSERT_EQ(AddMovieSelection(joined, sound, {0, 300, 0}), util::kNoError);
     ASSERT_EQ(joined.TrackCount(), 1u);
     const Track& track = *joined.FirstSoundTrack();
     EXPECT_EQ(track.media.Duration(), 44100 + 22050);
@@ -69,15 +69,15 @@ TEST_F(MediaSelectionTest, AppendingTheSameFormatJoinsOneTrackExactly) {
 
 TEST_F(MediaSelectionTest, AppendingAnotherFormatAddsATrackAtTheEnd) {
     Movie mono;
-    ASSERT_EQ(NewMemorySoundMovie(22050, mono), kNoError);
+    ASSERT_EQ(NewMemorySoundMovie(22050, mono), util::kNoError);
     std::vector<uint8_t> bytes(2 * 11025, 0x10);
     ASSERT_EQ(mono.TrackAt(0).media.AppendSamples(PcmSoundDescription(kFormatSowt, 1, 16, 22050), bytes.data(),
                                                   bytes.size(), 11025),
-              kNoError);
+              util::kNoError);
     mono.TrackAt(0).InsertMedia(0);
     Movie joined;
-    ASSERT_EQ(CopyMovieSelection(sound, {0, sound.Duration(), 0}, joined), kNoError);
-    ASSERT_EQ(AddMovieSelection(joined, mono, {0, mono.Duration(), 0}), kNoError);
+    ASSERT_EQ(CopyMovieSelection(sound, {0, sound.Duration(), 0}, joined), util::kNoError);
+    ASSERT_EQ(AddMovieSelection(joined, mono, {0, mono.Duration(), 0}), util::kNoError);
     ASSERT_EQ(joined.TrackCount(), 2u);
     EXPECT_EQ(joined.TrackAt(1).MovieOffset(), 600);
     EXPECT_EQ(joined.Duration(), 900);

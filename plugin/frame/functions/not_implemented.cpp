@@ -1,4 +1,4 @@
-#include "frame/not_implemented.h"
+#include "frame/functions/frame_functions.h"
 
 #include "util/status_codes.h"
 
