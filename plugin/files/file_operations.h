@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "files/file_outcome.h"
 #include "files/path_argument.h"
@@ -24,5 +25,10 @@ fmapi::Outcome OpenItem(const PathArgument& item);
 fmapi::Outcome ListDisks();
 fmapi::Outcome GetPath(const PathArgument& item, int32_t levels);
 fmapi::Outcome GetName(const PathArgument& item);
+
+// Vandrel_ListDisks' text: the names joined by "|", as many whole names as fit in the 500 bytes the
+// list has always had (terminator included); the rest are left off, so that scripts that split it
+// never get a part of a name.
+std::string JoinDiskNames(const std::vector<std::string>& names);
 
 }  // namespace vd::files

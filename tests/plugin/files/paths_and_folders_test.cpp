@@ -2,7 +2,7 @@
 // Vandrel_OpenItem and the count messages of the file functions.
 #include "plugin/files/file_test_support.h"
 
-#include "files/disk_list.h"
+#include "files/file_operations.h"
 #include "platform/fs/special_folders.h"
 #include "platform/fs/volumes.h"
 
