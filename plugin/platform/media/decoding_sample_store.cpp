@@ -1,6 +1,7 @@
 #include "platform/media/decoding_sample_store.h"
 
 #include "platform/media/av_owners.h"
+#include "platform/media/decoder_session.h"
 #include "platform/media/ffmpeg_functions.h"
 
 #include <algorithm>
@@ -9,12 +10,8 @@
 
 namespace vd::media {
 
-struct DecodingSampleStore::Decoder {
+struct DecodingSampleStore::Decoder : DecoderSession {
     InputFormatPtr format;
-    CodecContextPtr codec;
-    SwrPtr converter;
-    PacketPtr packet;
-    FramePtr frame;
     bool draining = false;  // the demuxer is done; the decoder gives what it still holds
     bool ended = false;
 };
@@ -44,10 +41,7 @@ Status DecodingSampleStore::Restart() {
     const AVCodecParameters* parameters = raw->streams[streamIndex_]->codecpar;
     const AVCodec* codec = avcodec_find_decoder(parameters->codec_id);
     if (!codec) return MediaFailure(util::kNoCodec, std::string("no decoder for ") + avcodec_get_name(parameters->codec_id));
-    decoder->codec.reset(avcodec_alloc_context3(codec));
-    decoder->packet.reset(av_packet_alloc());
-    decoder->frame.reset(av_frame_alloc());
-    if (!decoder->codec || !decoder->packet || !decoder->frame) return MediaFailure(util::kMemoryFull, "no memory for a decoder");
+    if (Status s = decoder->Allocate(codec)) return s;
     if ((rc = avcodec_parameters_to_context(decoder->codec.get(), parameters)) < 0 ||
         (rc = avcodec_open2(decoder->codec.get(), codec, nullptr)) < 0)
         return StatusFromAvError(rc, MediaStep::kReading);
@@ -99,19 +93,7 @@ Status DecodingSampleStore::DecodeMore(bool* ended) {
     }
 
     AVFrame* frame = d.frame.get();
-    if (!d.converter) {
-        AVChannelLayout outLayout;
-        av_channel_layout_default(&outLayout, channels_);
-        SwrContext* raw = nullptr;
-        int rc = swr_alloc_set_opts2(&raw, &outLayout, AV_SAMPLE_FMT_FLT, frame->sample_rate, &frame->ch_layout,
-                                     AVSampleFormat(frame->format), frame->sample_rate, 0, nullptr);
-        d.converter.reset(raw);
-        av_channel_layout_uninit(&outLayout);
-        if (rc < 0 || (rc = swr_init(raw)) < 0) {
-            av_frame_unref(frame);
-            return StatusFromAvError(rc, MediaStep::kReading);
-        }
-    }
+    if (Status s = d.MakeConverter(channels_, AV_SAMPLE_FMT_FLT)) return s;
     const size_t samples = size_t(frame->nb_samples) * size_t(channels_);
     const size_t kept = pending_.size() - pendingUsed_;
     try {

@@ -4,6 +4,7 @@
 #include "platform/media/memory_sound_decoder.h"
 
 #include "platform/media/av_owners.h"
+#include "platform/media/decoder_session.h"
 #include "platform/media/ffmpeg_functions.h"
 
 #include <algorithm>
@@ -36,11 +37,7 @@ const Codec* Find(FourCharCode format) {
 // Codec packets (per channel) handed to the decoder at once.
 constexpr size_t kPacketsPerCall = 1024;
 
-struct Decoding {
-    CodecContextPtr codec;
-    SwrPtr converter;
-    FramePtr frame;
-    PacketPtr packet;
+struct Decoding : DecoderSession {
     int channels = 0;
 };
 
@@ -50,19 +47,7 @@ Status Collect(Decoding& d, std::vector<int16_t>& out) {
         if (rc == AVERROR(EAGAIN) || rc == AVERROR_EOF) return util::kNoError;
         if (rc < 0) return StatusFromAvError(rc, MediaStep::kReading);
         AVFrame* frame = d.frame.get();
-        if (!d.converter) {
-            AVChannelLayout layout;
-            av_channel_layout_default(&layout, d.channels);
-            SwrContext* raw = nullptr;
-            rc = swr_alloc_set_opts2(&raw, &layout, AV_SAMPLE_FMT_S16, frame->sample_rate, &frame->ch_layout,
-                                     AVSampleFormat(frame->format), frame->sample_rate, 0, nullptr);
-            d.converter.reset(raw);
-            av_channel_layout_uninit(&layout);
-            if (rc < 0 || (rc = swr_init(raw)) < 0) {
-                av_frame_unref(frame);
-                return StatusFromAvError(rc, MediaStep::kReading);
-            }
-        }
+        if (Status s = d.MakeConverter(d.channels, AV_SAMPLE_FMT_S16)) return s;
         const size_t at = out.size();
         try {
             out.resize(at + size_t(frame->nb_samples) * size_t(d.channels));
@@ -101,10 +86,7 @@ Status DecodeSoundBytes(FourCharCode format, int channels, int rate, const uint8
     if (!decoder) return MediaFailure(util::kNoCodec, std::string("this FFmpeg has no ") + avcodec_get_name(c->id) + " decoder");
     Decoding d;
     d.channels = channels;
-    d.codec.reset(avcodec_alloc_context3(decoder));
-    d.frame.reset(av_frame_alloc());
-    d.packet.reset(av_packet_alloc());
-    if (!d.codec || !d.frame || !d.packet) return MediaFailure(util::kMemoryFull, "no memory for a decoder");
+    if (Status s = d.Allocate(decoder)) return s;
     d.codec->sample_rate = rate;
     av_channel_layout_default(&d.codec->ch_layout, channels);
     const size_t block = c->packet.bytes * size_t(channels);
