@@ -51,10 +51,7 @@ TEST_F(Base64Test, DecodingWithAFileNameMakesAContainer) {
 }
 
 TEST_F(Base64Test, ContainersEncodeTheirFileStream) {
-    struct Case {
-        FMX_Data value;
-        const char* expected;
-    };
+    struct Case { FMX_Data value; const char* expected; };
     Case cases[] = {
         {container({{"FNAM", encodeFnam(u"a.txt")}, {"JPEG", {'j'}}, {"FILE", {'f'}}}), "Zg=="},
         {container({{"SIZE", {0, 1}}, {"FNAM", encodeFnam(u"a.png")}, {"PNGf", {'p'}}}), "cA=="},

@@ -23,10 +23,7 @@ TEST_F(LiteralTest, TextEscapesAndPilcrows) {
 }
 
 TEST_F(LiteralTest, Numbers) {
-    struct Case {
-        const char* calculation;
-        double expected;
-    };
+    struct Case { const char* calculation; double expected; };
     for (const Case& c : std::initializer_list<Case>{
              {".5", 0.5}, {"1.5E-1", 0.15}, {"1.", 1}, {"1e-400", 0},
          }) {
@@ -44,10 +41,7 @@ TEST_F(LiteralTest, CommentsAreSkipped) {
 }
 
 TEST(NeedsContinuation, OpenTextsCommentsParenthesesAndBrackets) {
-    struct Case {
-        const char* text;
-        bool continues;
-    };
+    struct Case { const char* text; bool continues; };
     for (const Case& c : std::initializer_list<Case>{
              {"Left ( \"a\" ;", true},
              {"Left ( \"a\" ; 1 )", false},

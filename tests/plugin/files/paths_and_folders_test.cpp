@@ -140,11 +140,7 @@ TEST_F(ItemPaths, OpenItemHandsTheItemToXdgOpenWithoutWaiting) {
 // The host refuses counts outside the registered range, so these reach the handlers only from a
 // host that does not check; the handlers answer them all the same.
 TEST(FileFunctionCounts, EachCountMessage) {
-    struct Case {
-        int16_t id;
-        size_t count;
-        std::string answer;
-    };
+    struct Case { int16_t id; size_t count; std::string answer; };
     const Case cases[] = {
         {64, 0, "$20100:Vandrel_SetDefaultFolder: Requires exactly one parameter"},
         {65, 1, "$20100:Vandrel_GetDefaultFolder: Requires no parameters"},

@@ -53,10 +53,7 @@ TEST_F(CreateSoundTest, HalfSecondSquareHoldsItsEdgesInMovieAndStream) {
 // Pitch names are pinned by the synthesis tests; here every form of the arguments is accepted
 // and the duration gives the frames.
 TEST_F(CreateSoundTest, DurationsAreReadAsTheyAlwaysWereWithEveryFormOfPitch) {
-    struct Case {
-        std::vector<std::string> arguments;
-        int64_t frames;
-    } cases[] = {
+    struct Case { std::vector<std::string> arguments; int64_t frames; } cases[] = {
         {{"sine", "2s"}, 88200},
         {{"sine", "1.5", "440Hz"}, 66150},
         {{"saw", " 0.25", "H4"}, 11025},
@@ -79,10 +76,7 @@ TEST_F(CreateSoundTest, DurationsAreReadAsTheyAlwaysWereWithEveryFormOfPitch) {
 }
 
 TEST_F(CreateSoundTest, EveryFailureHasItsCodeAndMessage) {
-    struct Case {
-        const char16_t* calculation;
-        const char* status;
-    } cases[] = {
+    struct Case { const char16_t* calculation; const char* status; } cases[] = {
         {u"Vandrel_CreateSound ( \"sines\" )", "$-50:Vandrel_CreateSound: Wrong parameter(s)."},
         {u"Vandrel_CreateSound ( \"sine\" ; \"abc\" )",
          "$-50:Vandrel_CreateSound: Error converting parameter #2 to duration."},

@@ -27,11 +27,7 @@ const std::string kReport =
     "  Note without colon";
 
 TEST(ExtractInfoLines, NumbersCountOrPickLines) {
-    struct Case {
-        const char* key;
-        int32_t code;
-        const char* value;
-    } cases[] = {
+    struct Case { const char* key; int32_t code; const char* value; } cases[] = {
         {"", 0, "16"}, {"\t 0 ", 0, "16"}, {"1", 0, "/tmp/a.wav"}, {"16", 0, "  Note without colon"},
         {"17", -1, "Could not copy indexed line."},  {"99999999999", -50, ""},
     };
@@ -45,11 +41,7 @@ TEST(ExtractInfoLines, NumbersCountOrPickLines) {
 }
 
 TEST(ExtractInfoLabels, PathsDescendByIndentationAndDropUnits) {
-    struct Case {
-        const char* key;
-        int32_t code;
-        const char* value;
-    } cases[] = {
+    struct Case { const char* key; int32_t code; const char* value; } cases[] = {
         {"Track 1/Media/Sample Description 1/Sample Rate (Hz)", 0, "44100"},
         {" Track 1/Media/Sample Description 1/Sample Rate (kHz)  ", 0, "44100"},
         {"Track 1/Enabled", 0, "yes"},

@@ -43,24 +43,13 @@ TEST_F(SoundInfoTest, WavReportHasEveryLineInOrder) {
     std::vector<std::string> lines = Lines(report);
     for (auto& line : lines) line = MaskDate(line);
     const std::vector<std::string> expected{
-        "Format: WAVE",
-        "Track 1",
-        "  Volume: 256",
-        "  Duration (s): 000:00:01.000",
-        "  Creation Date (ts): <date>",
-        "  Modification Date (ts): <date>",
-        "  Media",
-        "    Media Duration (s): 000:00:01.000",
-        "    Media Creation Date (ts): <date>",
-        "    Media Modification Date (ts): <date>",
-        "    Media Language: 0",
-        "    Media Quality: 0",
-        "    Sample Description 1",
-        "      Sample Format: sowt",
-        "      Number of Channels: 2",
-        "      Sample Size (b): 16",
-        "      Sample Rate (Hz): 44100",
-        "      Bit Rate (kbps): 1411",
+        "Format: WAVE", "Track 1", "  Volume: 256", "  Duration (s): 000:00:01.000",
+        "  Creation Date (ts): <date>", "  Modification Date (ts): <date>",
+        "  Media", "    Media Duration (s): 000:00:01.000",
+        "    Media Creation Date (ts): <date>", "    Media Modification Date (ts): <date>",
+        "    Media Language: 0", "    Media Quality: 0",
+        "    Sample Description 1", "      Sample Format: sowt", "      Number of Channels: 2",
+        "      Sample Size (b): 16", "      Sample Rate (Hz): 44100", "      Bit Rate (kbps): 1411",
     };
     EXPECT_EQ(lines, expected) << report;
     EXPECT_EQ(report.back(), '\r');
@@ -87,9 +76,7 @@ TEST_F(SoundInfoTest, CompressedAndOtherContainersReportTheirOwnFormats) {
 
     const std::string c = Info(aac.string());
     EXPECT_EQ(Field(c, "Format"), "M4A ");
-    const int kbps = std::atoi(Field(c, "      Bit Rate (kbps)").c_str());
-    EXPECT_GT(kbps, 60) << c;
-    EXPECT_LT(kbps, 130) << c;
+    EXPECT_NEAR(std::atoi(Field(c, "      Bit Rate (kbps)").c_str()), 95, 35) << c;
 
     // Apple Lossless reports the bit depth of the sound it holds.
     const std::string l = Info(alac.string());
@@ -172,10 +159,8 @@ TEST_F(SoundInfoTest, SoundsWithoutAFileAndFilesWithoutSound) {
 
 TEST(SoundInfoReport, AnOverlongReportIsCutNotRefused) {
     TempFolder folder;
-    const auto path = folder / "tone.wav";
-    writeFile(path, SineWav(100, 2));
-    vd::media::Movie movie;
-    ASSERT_EQ(vd::media::MovieFromFile(path.string(), movie), 0);
+    writeFile(folder / "tone.wav", SineWav(100, 2));
+    const vd::media::Movie movie = OpenedMovie(folder / "tone.wav");
     std::string full, cut;
     ASSERT_EQ(vd::sound::SoundInfoReport(movie, full), 0);
     ASSERT_EQ(vd::sound::SoundInfoReport(movie, cut, 100), 0);

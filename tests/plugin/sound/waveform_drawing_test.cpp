@@ -26,10 +26,7 @@ constexpr Rgba kRed{255, 0, 0, 255};
 constexpr int32_t kAll = WaveformSelection::kAllChannels;
 
 TEST(WaveformSelector, TracksChannelsAndKeywords) {
-    struct Case {
-        const char* text;
-        int32_t track, channel;
-    } good[] = {
+    struct Case { const char* text; int32_t track, channel; } good[] = {
         {" \r +2", 2, kAll}, {"1/left", 1, 0}, {"1/Right \r", 1, 1}, {"1/all", 1, kAll}, {"3/2", 3, 2}, {"0", 0, kAll},
         {"99999999999/1", std::numeric_limits<int32_t>::max(), 1},
     };

@@ -11,11 +11,7 @@ using vd::util::FormatDateTime;
 using vd::util::FormatDuration;
 
 TEST(DurationTextTest, Layout) {
-    struct Case {
-        int32_t value;
-        int32_t scale;
-        const char* text;
-    };
+    struct Case { int32_t value; int32_t scale; const char* text; };
     const Case cases[] = {
         {1500, 1000, "000:00:01.500"},
         {44100 * 61, 44100, "000:01:01.000"},

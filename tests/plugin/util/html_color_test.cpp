@@ -11,10 +11,7 @@ using vd::util::ParseHtmlColor;
 using vd::util::RgbColor;
 
 TEST(HtmlColorTest, ValidTexts) {
-    struct Case {
-        const char* text;
-        RgbColor color;
-    };
+    struct Case { const char* text; RgbColor color; };
     const Case cases[] = {
         {"#aBcDeF", {0xAB, 0xCD, 0xEF}}, {"#F80", {0xFF, 0x88, 0x00}}, {" #000000 ", {0, 0, 0}},
         {"Silver", {0xC0, 0xC0, 0xC0}},  {"AqUa", {0, 0xFF, 0xFF}},

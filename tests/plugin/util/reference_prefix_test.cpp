@@ -8,10 +8,7 @@ using vd::util::AppendPlatformPrefix;
 using vd::util::ReferencePrefix;
 
 TEST(ReferencePrefixTest, FirstMatchingWordWinsAndOnlyTheWordIsCompared) {
-    struct Case {
-        const char* text;
-        const char* word;
-    };
+    struct Case { const char* text; const char* word; };
     const Case cases[] = {
         {"moviemac:/Users/a.mov", "moviemac"}, {"imagewin:/C:/a.jpg", "imagewin"}, {"filenet:/s/a", "filenet"},
         // The loose match: the character after the word is the caller's business.

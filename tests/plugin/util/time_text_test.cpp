@@ -18,10 +18,7 @@ using vd::util::SignedTimeFromSeconds;
 using vd::util::TimeFromSeconds;
 
 TEST(TimeTextTest, ValidTexts) {
-    struct Case {
-        const char* text;
-        uint32_t fixed;
-    };
+    struct Case { const char* text; uint32_t fixed; };
     const Case cases[] = {
         {".25", 0x4000},
         {"2.", 0x20000},
@@ -53,11 +50,7 @@ TEST(TimeTextTest, InvalidTexts) {
 }
 
 TEST(TimeTextTest, SignedVariantReportsTheSign) {
-    struct Case {
-        const char* text;
-        uint32_t magnitude;
-        bool negative;
-    };
+    struct Case { const char* text; uint32_t magnitude; bool negative; };
     const Case cases[] = {{"-0", 0, true}, {"3.5", 0x38000, false}, {" -1:00 ", 60u << 16, true},
                           {"-40000", kMaxFixedTime, true}};
     for (const Case& c : cases) {
@@ -72,10 +65,7 @@ TEST(TimeTextTest, SignedVariantReportsTheSign) {
 }
 
 TEST(TimeTextTest, NumbersSaturateAndNegativesNeedTheSignedVariant) {
-    struct Case {
-        double seconds;
-        uint32_t fixed;
-    };
+    struct Case { double seconds; uint32_t fixed; };
     const Case cases[] = {{0.1, 6553}, {32767.99998, 0x7FFFFFFE}, {32768.0, kMaxFixedTime},
                           {std::numeric_limits<double>::infinity(), kMaxFixedTime}};
     for (const Case& c : cases) {
