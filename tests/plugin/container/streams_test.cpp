@@ -43,19 +43,17 @@ TEST(ContainerImageData, PictGetsItsHeaderBackAndVdImagesTheirInnerType) {
         EXPECT_EQ(std::string(bytes.begin() + 512, bytes.end()), "picture");
     }
 
-    auto innerPng = ContainerOf({{"VDIM", "PNGf\x89PNG"}});
-    ASSERT_EQ(vd::container::ReadImageData(&innerPng, bytes, type), 0);
-    EXPECT_EQ(FourCCText(type), "PNGf");
-    EXPECT_EQ(std::string(bytes.begin(), bytes.end()), "\x89PNG");
-
-    auto tooShort = ContainerOf({{"VDIM", "PN"}});
-    EXPECT_EQ(vd::container::ReadImageData(&tooShort, bytes, type), -2001);
-    EXPECT_TRUE(bytes.empty());
-
-    auto reference = vdhost::makeText(u"image:x.png");
-    ASSERT_EQ(vd::container::ReadImageData(&reference, bytes, type), 0);
-    EXPECT_EQ(FourCCText(type), "ref ");
-    EXPECT_TRUE(bytes.empty());
+    struct Case { FMX_Data argument; int32_t status; const char* type; std::string bytes; } cases[] = {
+        {ContainerOf({{"VDIM", "PNGf\x89PNG"}}), 0, "PNGf", "\x89PNG"},
+        {ContainerOf({{"VDIM", "PN"}}), -2001, "", ""},
+        {vdhost::makeText(u"image:x.png"), 0, "ref ", ""},
+    };
+    for (const Case& c : cases) {
+        type = 0;
+        EXPECT_EQ(vd::container::ReadImageData(&c.argument, bytes, type), c.status) << c.bytes;
+        if (c.status == 0) EXPECT_EQ(FourCCText(type), c.type);
+        EXPECT_EQ(std::string(bytes.begin(), bytes.end()), c.bytes);
+    }
 }
 
 TEST(ContainerStreams, MissingStreamsAreReportedNotRead) {
@@ -82,15 +80,13 @@ TEST(ContainerListing, TypesInOrderWithTheFileNameAndTheLengthLimit) {
         std::snprintf(type, sizeof type, "T%03d", i);
         many.streams.push_back({vdhost::fourCharCode(type), std::make_shared<const vdhost::Bytes>()});
     }
-    auto big = vdhost::makeContainer(std::move(many));
-    std::string list = vd::container::ListStreamTypes(&big);
-    EXPECT_GT(list.size(), 594u);
-    EXPECT_LE(list.size(), 594u + 5);
+    const auto big = vdhost::makeContainer(std::move(many));
+    const std::string list = vd::container::ListStreamTypes(&big);
+    EXPECT_NEAR(double(list.size()), 597, 3) << "past 594, by less than one more stream";
     EXPECT_EQ(list.substr(0, 10), "T000|T001|");
 
-    FMX_BinaryData named;
-    named.streams.push_back({vdhost::fourCharCode("FNAM"), std::make_shared<const vdhost::Bytes>(vdhost::encodeFnam(std::u16string(300, u'n')))});
-    auto longName = vdhost::makeContainer(std::move(named));
+    const vdhost::Bytes name = vdhost::encodeFnam(std::u16string(300, u'n'));
+    const auto longName = ContainerOf({{"FNAM", std::string(name.begin(), name.end())}});
     EXPECT_EQ(vd::container::ListStreamTypes(&longName), "FNAM|" + std::string(200, 'n'));
 }
 
@@ -112,9 +108,7 @@ TEST(ContainerRemove, RemovesOneTypeOrReportsItMissing) {
     auto c = ContainerOf({{"JPEG", "j"}, {"SIZE", "abcd"}, {"FNAM", "\x01x"}});
     FMX_Data result;
     ASSERT_EQ(vd::container::RemoveStream(&c, "SIZE", &result), 0);
-    ASSERT_EQ(result.binary.streams.size(), 2u);
-    EXPECT_EQ(vdhost::fourCharText(result.binary.streams[0].type), "JPEG");
-    EXPECT_EQ(vdhost::fourCharText(result.binary.streams[1].type), "FNAM");
+    EXPECT_EQ(vd::container::ListStreamTypes(&result), "JPEG|FNAM|x");
     EXPECT_EQ(c.binary.streams.size(), 3u);  // the argument is left alone
 
     FMX_Data untouched = vdhost::makeText(u"before");

@@ -142,18 +142,6 @@ TEST_F(MediaRenderTest, HalfRateMonoBecomesTwiceAsManyStereoFrames) {
     }
 }
 
-TEST_F(MediaRenderTest, CompressedSoundRendersThroughTheDecoder) {
-    VD_REQUIRE_FFMPEG();
-    vdtest::writeFile(Path("in.wav"), vdtest::media::SineWav(44100, 2));
-    vdtest::media::Ffmpeg({"-i", Path("in.wav"), "-ar", "48000", Path("in.flac")});
-    Movie movie;
-    ASSERT_EQ(MovieFromFile(Path("in.flac"), movie), kNoError);
-    ASSERT_EQ(RenderMovie(movie, Path("out.wav")), kNoError);
-    Movie out;
-    ASSERT_EQ(MovieFromFile(Path("out.wav"), out), kNoError);
-    EXPECT_NEAR(double(out.FirstSoundTrack()->media.Duration()), 44100.0, 2.0);
-}
-
 TEST_F(MediaRenderTest, FailuresLeaveNothingBehindAndNoDescriptorOpen) {
     const int descriptors = vdtest::media::OpenDescriptors();
     vdtest::writeFile(Path("in.wav"), vdtest::media::SineWav(44100, 2));
