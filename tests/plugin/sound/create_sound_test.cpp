@@ -80,7 +80,6 @@ TEST_F(CreateSoundTest, EveryFailureHasItsCodeAndMessage) {
         {u"Vandrel_CreateSound ( \"sines\" )", "$-50:Vandrel_CreateSound: Wrong parameter(s)."},
         {u"Vandrel_CreateSound ( \"sine\" ; \"abc\" )",
          "$-50:Vandrel_CreateSound: Error converting parameter #2 to duration."},
-        {u"Vandrel_CreateSound ( \"sine\" ; 0 )", "$-50:Vandrel_CreateSound: Wrong parameter(s)."},
         {u"Vandrel_CreateSound ( \"sine\" ; 1 ; \"C9\" )",
          "$-50:Vandrel_CreateSound: Error converting parameter #3 to frequency."},
         {u"Vandrel_CreateSound ( \"sine\" ; 40000 )", "$-108:Vandrel_CreateSound: Error generating waveform."},
@@ -94,9 +93,8 @@ TEST_F(CreateSoundTest, EveryFailureHasItsCodeAndMessage) {
     }
     // The host refuses a call without arguments; the function's own check stands behind it.
     vd::media::Movie movie;
-    auto none = Create({}, movie);
-    EXPECT_EQ(none.code, -50);
-    EXPECT_EQ(none.message, "This function requires 1 or more parameters.");
+    const auto none = Create({}, movie);
+    EXPECT_EQ(std::to_string(none.code) + " " + none.message, "-50 This function requires 1 or more parameters.");
     EXPECT_EQ(movie.TrackCount(), 0u);
     EXPECT_TRUE(LeftoverTemporaryFiles().empty());
 }
