@@ -14,8 +14,7 @@ using Base64Test = CalcTest;
 
 TEST_F(Base64Test, TextsAreEncodedAsUtf8) {
     expectTexts({
-        {"Base64Encode ( \"Hello\" )", "SGVsbG8="},
-        {"Base64Encode ( \"\" )", ""},
+        {"Base64Encode ( \"Hello\" )", "SGVsbG8="}, {"Base64Encode ( \"\" )", ""},
         {"Base64Decode ( \"SGVsbG8\" )", "Hello"},           // padding left out
         {"Base64Decode ( \"SGVs¶bG8=\r\n\" )", "Hello"},     // wrapped lines
         {"Base64Decode ( Base64Encode ( \"ü¶😀\" ) )", "ü\r😀"},

@@ -143,10 +143,8 @@ using ControlFlowTest = ExternalFunctionTest;
 TEST_F(ControlFlowTest, BranchesAndTestsThatDoNotDecideAreNotEvaluated) {
     expectTexts({
         {"If ( \"abc\" ; 1 ; 2 )", "2"},  // text without a number is false
-        {"If ( 1 ; 1 ; Test_Fail )", "1"},
-        {"Case ( 0 ; Test_Fail ; 1 ; \"b\" ; Test_Fail )", "b"},
-        {"0 and Test_Fail", "0"},
-        {"1 or Test_Fail", "1"},
+        {"If ( 1 ; 1 ; Test_Fail )", "1"}, {"Case ( 0 ; Test_Fail ; 1 ; \"b\" ; Test_Fail )", "b"},
+        {"0 and Test_Fail", "0"}, {"1 or Test_Fail", "1"},
     });
 }
 
