@@ -64,49 +64,20 @@ TEST_F(SoundInfoTest, WavReportHasEveryLineInOrder) {
 TEST_F(SoundInfoTest, CompressedAndOtherContainersReportTheirOwnFormats) {
     VD_REQUIRE_FFMPEG();
     const std::string wav = Write("source.wav", SineWav(44100, 2));
-    // (AIFF's report reads like the WAV one; its codes are pinned where files are opened.)
-    const auto mp3 = Data() / "tone.mp3", aac = Data() / "tone.m4a", alac = Data() / "tone24.m4a";
+    // (Other formats' codes are pinned where files are opened; the report prints what they give.)
+    const auto mp3 = Data() / "tone.mp3", alac = Data() / "tone24.m4a";
     Ffmpeg({"-i", wav, "-c:a", "libmp3lame", "-b:a", "128k", mp3.string()});
-    Ffmpeg({"-i", wav, "-c:a", "aac", "-b:a", "96k", aac.string()});
     Ffmpeg({"-i", wav, "-c:a", "alac", "-sample_fmt", "s32p", alac.string()});
 
     const std::string m = Info(mp3.string());
     EXPECT_EQ(Field(m, "Format"), "MP3 ");
     EXPECT_EQ(Field(m, "      Bit Rate (kbps)"), "128");
 
-    const std::string c = Info(aac.string());
-    EXPECT_EQ(Field(c, "Format"), "M4A ");
-    EXPECT_NEAR(std::atoi(Field(c, "      Bit Rate (kbps)").c_str()), 95, 35) << c;
-
     // Apple Lossless reports the bit depth of the sound it holds.
     const std::string l = Info(alac.string());
     EXPECT_EQ(Field(l, "      Sample Format"), "alac");
     EXPECT_EQ(Field(l, "      Sample Size (b)"), "24");
     EXPECT_TRUE(LeftoverTemporaryFiles().empty());
-}
-
-TEST_F(SoundInfoTest, FormatsAndSampleSizesAreTheFilesOwn) {
-    VD_REQUIRE_FFMPEG();
-    const std::string wav = Write("source.wav", SineWav(8000, 1, 8000));
-    struct Case {
-        const char* file;
-        std::vector<std::string> encoding;
-        const char *format, *sampleFormat, *sampleSize;
-    } cases[] = {
-        {"tone.wv", {"-c:a", "wavpack"}, "WVPK", "wvpk", "16"},
-        {"imaadpcm.wav", {"-c:a", "adpcm_ima_wav"}, "WAVE", "dvi ", "16"},
-        {"s64.wav", {"-c:a", "pcm_s64le"}, "WAVE", "in64", "64"},
-    };
-    for (const auto& c : cases) {
-        std::vector<std::string> arguments{"-i", wav};
-        arguments.insert(arguments.end(), c.encoding.begin(), c.encoding.end());
-        arguments.push_back(Path(c.file));
-        Ffmpeg(arguments);
-        const std::string report = Info(Path(c.file));
-        EXPECT_EQ(Field(report, "Format"), c.format) << report;
-        EXPECT_EQ(Field(report, "      Sample Format"), c.sampleFormat) << report;
-        EXPECT_EQ(Field(report, "      Sample Size (b)"), c.sampleSize) << report;
-    }
 }
 
 TEST_F(SoundInfoTest, CompressedDurationsAreWhatTheEditsProduce) {
