@@ -9,10 +9,7 @@ namespace vdtest {
 namespace {
 
 TEST(DatabaseLocation, RemoteOnlyForPathsThatBeginWithFmnet) {
-    struct Case {
-        const char* path;
-        bool remote;
-    } cases[] = {{"fmnet:/host/a.vddb", true}, {"fmnet", true},          {"fmne", false},
+    struct Case { const char* path; bool remote; } cases[] = {{"fmnet:/host/a.vddb", true}, {"fmnet", true},          {"fmne", false},
                  {"FMNET:/host/a", false},     {"file:/fmnet/a", false}, {"", false}};
     for (const auto& c : cases) EXPECT_EQ(vd::container::IsRemoteDatabasePath(c.path), c.remote) << c.path;
 }
