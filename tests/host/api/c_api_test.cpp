@@ -96,11 +96,8 @@ std::u16string textOfData(const FMX_Data* d) {
 
 TEST(HostNumbers, AsLongTruncatesTowardZeroAndSaturates) {
     FMX_FixPt* n = FM_FixPt_Constructor1(0, Rec());
-    struct Case {
-        double value;
-        int32_t asLong;
-        bool asBool;
-    } cases[] = {{-2.9, -2, true}, {0.4, 0, true}, {-0.0, 0, false}, {1e12, INT32_MAX, true}, {-1e12, INT32_MIN, true}};
+    struct Case { double value; int32_t asLong; bool asBool; } cases[] = {
+        {-2.9, -2, true}, {0.4, 0, true}, {-0.0, 0, false}, {1e12, INT32_MAX, true}, {-1e12, INT32_MIN, true}};
     for (const auto& c : cases) {
         FM_FixPt_AssignDouble(n, c.value, Rec());
         EXPECT_EQ(FM_FixPt_AsLong(n, Rec()), c.asLong) << c.value;
@@ -136,9 +133,7 @@ TEST(HostDataVect, IndexesOutOfRangeFailWithoutCrashing) {
     FM_Data_Delete(d, Rec());  // the vector keeps its own copy
 
     EXPECT_EQ(FM_FixPt_AsLong(FM_DataVect_AtAsNumber(v, 0, Rec()), Rec()), 7);
-    const FMX_Text* t = FM_DataVect_AtAsText(v, 0, Rec());
-    EXPECT_EQ(FM_Text_GetSize(t, Rec()), 1u);
-
+    EXPECT_EQ(unitsOf(FM_DataVect_AtAsText(v, 0, Rec())), u"7");
     EXPECT_TRUE(failed([&](Rec* r) { EXPECT_EQ(FM_DataVect_At(v, 1, r), nullptr); }));
 
     FM_DataVect_Clear(v, Rec());

@@ -20,17 +20,13 @@ using vd::util::TimeFromSeconds;
 TEST(TimeTextTest, ValidTexts) {
     struct Case { const char* text; uint32_t fixed; };
     const Case cases[] = {
-        {".25", 0x4000},
-        {"2.", 0x20000},
+        {".25", 0x4000}, {"2.", 0x20000},
         {"0.0000152587890625", 1},            // exactly 1/65536
         {"0.0000152587890624999999999", 0},   // just below it
-        {"0.99999999999999999999", 0xFFFF},
-        {"01:02:03.5", (3723u << 16) + 0x8000},
+        {"0.99999999999999999999", 0xFFFF}, {"01:02:03.5", (3723u << 16) + 0x8000},
         {"90:00", 5400u << 16},               // the first field may exceed its clock range
-        {"  12\t", 12u << 16},
-        {"32767.9999847412109375", 0x7FFFFFFF},
-        {"32767.99998474121093749", 0x7FFFFFFE},
-        {"99999999999999999999999999", kMaxFixedTime},
+        {"  12\t", 12u << 16}, {"32767.9999847412109375", 0x7FFFFFFF},
+        {"32767.99998474121093749", 0x7FFFFFFE}, {"99999999999999999999999999", kMaxFixedTime},
     };
     for (const Case& c : cases) {
         uint32_t fixed = 12345;
