@@ -161,14 +161,6 @@ TEST_F(MovieFromFileTest, CutOffAndDamagedFilesFailCleanly) {
     }
 }
 
-TEST_F(MovieFromFileTest, CutOffPcmKeepsTheFramesThatAreThere) {
-    const std::string whole = vdtest::readFile(Path("s16.wav"));
-    vdtest::writeFile(Path("short.wav"), whole.substr(0, 44 + 4 * 1000 + 2));  // header says 44100 frames
-    Movie movie;
-    ASSERT_EQ(MovieFromFile(Path("short.wav"), movie), kNoError);
-    EXPECT_EQ(movie.FirstSoundTrack()->media.Duration(), 1000);
-}
-
 TEST(MediaFormatTables, CodecRowsAgreeWithTheirNamesAndImportersWithTheirDemuxers) {
     std::set<std::string> names;
     for (const CodecFormat& row : CodecFormats()) {
@@ -236,7 +228,7 @@ TEST_F(PlainWavTest, BothOpenersGiveTheSameMovie) {
     vdtest::writeFile(Path("s24.wav"), vdtest::media::SineWav(441, 3, 48000, 24));
     vdtest::writeFile(Path("empty.wav"), PcmWav("", 2, 44100, 16));
     // A chunk of odd size before the data (padded to even), and a data chunk that claims more than
-    // the file holds: both read what is there.
+    // the file holds: both openers read what is there, and agree on how much that is.
     std::string odd = PcmWav(std::string(400, '\x11'), 2, 44100, 16);
     odd.insert(36, std::string("note\x03\x00\x00\x00" "abc\0", 12));
     odd[4] = char(uint8_t(odd[4]) + 12);
