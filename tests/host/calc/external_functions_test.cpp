@@ -59,15 +59,9 @@ protected:
         echoed.clear();
         lastEnvironment = nullptr;
         for (const auto& r : kRegistrations) {
-            ExternalFunction f;
-            f.pluginId = kTestPlugin;
-            f.id = r.id;
-            f.name = r.name;
-            f.prototype = std::u16string(r.name) + u" ( ... )";
-            f.minArgs = r.minArgs;
-            f.maxArgs = r.maxArgs;
-            f.handler = handle;
-            if (FunctionRegistry::instance().add(std::move(f)) != FMX_NO_ERROR)
+            const std::u16string prototype = std::u16string(r.name) + u" ( ... )";
+            if (FunctionRegistry::instance().add({kTestPlugin, r.id, r.name, prototype, r.minArgs, r.maxArgs, 0, handle}) !=
+                FMX_NO_ERROR)
                 throw std::logic_error("test functions are already registered");
         }
     }
