@@ -41,16 +41,8 @@ protected:
 };
 vdtest::TempFolder* MovieFromFileTest::folder_ = nullptr;
 
-struct Expected {
-    const char* file;
-    const char* importer;
-    const char* format;
-    int channels;
-    int bits;
-    int rate;
-    int64_t frames;      // exact for PCM
-    int64_t tolerance;   // frames a compressed file's stated duration may be off by
-};
+// frames are exact for PCM; tolerance is how far a compressed file's stated duration may be off.
+struct Expected { const char *file, *importer, *format; int channels, bits, rate; int64_t frames, tolerance; };
 
 TEST_F(MovieFromFileTest, DescribesEveryKindOfSoundFile) {
     const Expected cases[] = {
