@@ -60,8 +60,8 @@ protected:
         lastEnvironment = nullptr;
         for (const auto& r : kRegistrations) {
             const std::u16string prototype = std::u16string(r.name) + u" ( ... )";
-            if (FunctionRegistry::instance().add({kTestPlugin, r.id, r.name, prototype, r.minArgs, r.maxArgs, 0, handle}) !=
-                FMX_NO_ERROR)
+            ExternalFunction f{kTestPlugin, r.id, r.name, prototype, r.minArgs, r.maxArgs, 0, handle};
+            if (FunctionRegistry::instance().add(std::move(f)) != FMX_NO_ERROR)
                 throw std::logic_error("test functions are already registered");
         }
     }
