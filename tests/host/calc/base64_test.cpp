@@ -31,7 +31,7 @@ TEST_F(Base64Test, InvalidBase64IsAnEvaluationErrorAtTheCall) {
     }
 }
 
-TEST_F(Base64Test, DecodingWithAFileNameMakesAContainer) {
+TEST_F(Base64Test, DecodingWithAFileNameMakesAContainerAndContainersEncodeTheirFileStream) {
     FMX_Data file = eval("Base64Decode ( \"AAEC/w==\" ; \"data.bin\" )");
     ASSERT_EQ(file.type, FMX_TYPE_BINARY);
     ASSERT_EQ(file.binary.streams.size(), 2u);
@@ -47,9 +47,7 @@ TEST_F(Base64Test, DecodingWithAFileNameMakesAContainer) {
 
     FMX_Data nameless = eval("Base64Decode ( \"AA==\" ; \"\" )");
     EXPECT_EQ(nameless.binary.streams.size(), 1u);
-}
-
-TEST_F(Base64Test, ContainersEncodeTheirFileStream) {
+    // Containers encode their file stream, whichever it is.
     struct Case { FMX_Data value; const char* expected; };
     Case cases[] = {
         {container({{"FNAM", encodeFnam(u"a.txt")}, {"JPEG", {'j'}}, {"FILE", {'f'}}}), "Zg=="},

@@ -101,7 +101,7 @@ TEST_F(DatabaseValues, PlainTextIntoAContainerFieldIsRefusedAndNothingIsWritten)
     expectSameContainer(readBack("Media", "Photo"), png);
 }
 
-TEST_F(DatabaseValues, NumberFieldTakesTheNumberInAText) {
+TEST_F(DatabaseValues, NumberFieldsTakeTheNumberInATextAndTextFieldsTheTextOfAnyValue) {
     db.define("T", "N", FieldKind::Number);
     db.write("T", "N", makeText(u"-1.50 EUR"));
     EXPECT_EQ(readBack("T", "N").number.value, -1.5);
@@ -112,9 +112,7 @@ TEST_F(DatabaseValues, NumberFieldTakesTheNumberInAText) {
     EXPECT_THAT([&] { db.write("T", "N", makeText(u"no digits")); },
                 ::testing::ThrowsMessage<DatabaseError>(HasSubstr("holds no number")));
     EXPECT_EQ(readBack("T", "N").number.value, 1);
-}
-
-TEST_F(DatabaseValues, TextFieldTakesTheTextFormOfAnyValue) {
+    // A text field takes the text form of any value.
     db.define("T", "Note", FieldKind::Text);
     db.write("T", "Note", makeNumber(0.1 + 0.2));
     EXPECT_EQ(typed("T", "Note"), (Typed{FMX_TYPE_TEXT, "0.3"}));
@@ -168,15 +166,12 @@ TEST_F(DatabaseValues, NamesMatchWithoutRegardToAsciiCase) {
                                                    {"Straße", "Ä", FieldKind::Text}, {"Straße", "ä", FieldKind::Text}}));
 }
 
-TEST_F(DatabaseValues, EmptyNamesAreRefused) {
+TEST_F(DatabaseValues, RefusedWritesLeaveTheDatabaseAsItWas) {
     EXPECT_THAT(refusal("", "F", makeText(u"x")), HasSubstr("table name cannot be empty"));
     EXPECT_THAT(refusal("T", "", makeText(u"x")), HasSubstr("field name cannot be empty"));
     EXPECT_FALSE(db.exists());
-}
-
-// Numbers that are not finite are refused. A write that fails after the table and field were made
-// takes them back with it; one into an existing field leaves its value.
-TEST_F(DatabaseValues, FailedWriteLeavesTheDatabaseAsItWas) {
+    // Numbers that are not finite are refused. A write that fails after the table and field were made
+    // takes them back with it; one into an existing field leaves its value.
     db.write("T", "F", makeNumber(7));
     EXPECT_THAT(refusal("T", "F", makeNumber(INFINITY)), ::testing::AllOf(HasSubstr("T::F"), HasSubstr("not finite")));
     EXPECT_EQ(readBack("T", "F").number.value, 7);

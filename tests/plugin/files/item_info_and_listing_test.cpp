@@ -106,13 +106,18 @@ TEST_F(ListFolder, LargeFoldersKeepEveryEntrysFlagsAndTheirOrder) {
     EXPECT_EQ(Lines(Call(u"Vandrel_ListFolder ( \"large\" ; 1 )")), expected);
 }
 
-TEST_F(ListFolder, EmptyFoldersAndFoldersOfHiddenThingsListAsEmptyText) {
+TEST_F(ListFolder, EmptyFoldersListAsEmptyTextAndFilesOrMissingFoldersAreRefused) {
     std::filesystem::create_directories(Work() / "empty");
     EXPECT_EQ(Call(u"Vandrel_ListFolder ( \"empty\" ; 1 )"), "");
     EXPECT_EQ(LastError(), "$0:Vandrel_ListFolder: No error.");
     std::filesystem::create_directories(Work() / "only hidden" / "sub");
     Write(Work() / "only hidden" / ".invisible");
     EXPECT_EQ(Call(u"Vandrel_ListFolder ( \"only hidden\" ; 0 )"), "");
+    // A file or a missing folder is refused.
+    Write(Work() / "file.txt");
+    EXPECT_EQ(Call(u"Vandrel_ListFolder ( \"file.txt\" ; 1 )"),
+              "$-1407:Vandrel_ListFolder: ListFolder requires destination directory, not file");
+    EXPECT_EQ(Call(u"Vandrel_ListFolder ( \"missing\" ; 1 )"), "$-43:Vandrel_ListFolder: ListFolder failed");
 }
 
 TEST_F(ListFolder, OddNamesArriveAsTheyAre) {
@@ -120,13 +125,6 @@ TEST_F(ListFolder, OddNamesArriveAsTheyAre) {
     const std::vector<std::string> names = {"Größe ünd Maß.txt", "two  blanks ", "it's \"quoted\" a¶b"};
     for (const auto& name : names) Write(folder / name);
     EXPECT_EQ(Sorted(Lines(Call(u"Vandrel_ListFolder ( $a ; 0 )", {folder.string()}))), Sorted(names));
-}
-
-TEST_F(ListFolder, AFileOrAMissingFolderIsRefused) {
-    Write(Work() / "file.txt");
-    EXPECT_EQ(Call(u"Vandrel_ListFolder ( \"file.txt\" ; 1 )"),
-              "$-1407:Vandrel_ListFolder: ListFolder requires destination directory, not file");
-    EXPECT_EQ(Call(u"Vandrel_ListFolder ( \"missing\" ; 1 )"), "$-43:Vandrel_ListFolder: ListFolder failed");
 }
 
 }  // namespace

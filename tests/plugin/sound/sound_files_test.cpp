@@ -92,9 +92,7 @@ TEST_F(SoundFilesTest, OwnersRemoveTheirFilesUnlessHandedOn) {
     TemporaryFile none;
     EXPECT_NE(TemporaryFile::Create(".wav", none), 0);
     EXPECT_FALSE(none.Held());
-}
-
-TEST_F(SoundFilesTest, DeletingRefusesFolders) {
+    // Deleting refuses folders.
     std::filesystem::create_directories(Data() / "folder");
     EXPECT_EQ(DeleteFile(Path("folder")), -1302);
     EXPECT_TRUE(std::filesystem::exists(Data() / "folder"));
