@@ -11,7 +11,7 @@ namespace {
 
 using LiteralTest = CalcTest;
 
-TEST_F(LiteralTest, TextEscapesAndPilcrows) {
+TEST_F(LiteralTest, TextEscapesPilcrowsAndComments) {
     expectTexts({
         {R"("a\"b")", "a\"b"},
         {R"("a\\b")", "a\\b"},
@@ -20,17 +20,15 @@ TEST_F(LiteralTest, TextEscapesAndPilcrows) {
         {R"("a\nb")", "a\\nb"},       // no other escapes: the backslash stays
         {"\"line\none\"", "line\none"},
     });
+    // Comments are skipped, outside texts only.
+    EXPECT_EQ(text("1 // one\n + 2 // two"), "3");
+    EXPECT_EQ(text("1 /* ( \"unbalanced */ + 2"), "3");
+    EXPECT_EQ(text("\"// not a comment\""), "// not a comment");
 }
 
 TEST_F(LiteralTest, Numbers) {
     expectTexts({{".5", "0.5"}, {"1.5E-1", "0.15"}, {"1.", "1"}, {"1e-400", "0"}});
     EXPECT_EQ(eval("1.").type, FMX_TYPE_NUMBER);
-}
-
-TEST_F(LiteralTest, CommentsAreSkipped) {
-    EXPECT_EQ(text("1 // one\n + 2 // two"), "3");
-    EXPECT_EQ(text("1 /* ( \"unbalanced */ + 2"), "3");
-    EXPECT_EQ(text("\"// not a comment\""), "// not a comment");
 }
 
 TEST(NeedsContinuation, OpenTextsCommentsParenthesesAndBrackets) {

@@ -38,15 +38,12 @@ TEST_F(OperatorTest, ComparisonIsNumericWhenEitherSideIsANumberAndIgnoresCaseOth
     });
 }
 
-TEST_F(OperatorTest, ConcatenationAndArithmeticConvertTheirOperands) {
+TEST_F(OperatorTest, ConcatenationAndArithmeticConvertTheirOperandsAndTypeTheirResults) {
     expectTexts({
         {"\"x\" & 1.50", "x1.5"},     // the text form of a number
         {"1/3 & \"|\" & 1e15 & \"|\" & -0", "0.333333333333333|1e+15|0"}, {"\"abc\" + 1", "1"},
         {"\"1,5 kg\" * 2", "30"},     // digits and the first point count, nothing else
     });
-}
-
-TEST_F(OperatorTest, ResultTypes) {
     EXPECT_EQ(eval("1 = 1").type, FMX_TYPE_BOOLEAN);
     EXPECT_EQ(eval("1 & 2").type, FMX_TYPE_TEXT);
     EXPECT_EQ(eval("\"2\" + 0").type, FMX_TYPE_NUMBER);

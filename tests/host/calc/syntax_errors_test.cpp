@@ -35,16 +35,14 @@ TEST_F(SyntaxErrors, MessagesAndPositions) {
     });
 }
 
-TEST_F(SyntaxErrors, PositionsCountLinesAndCharacters) {
+TEST_F(SyntaxErrors, PositionsCountLinesAndCharactersFromWhereAScriptPlacesThem) {
     expectFailures({
         {"1 +\n  Nope ( 2 )", Unknown, 2, 3, "Unknown function Nope"},
         {"Let ( [\r\n  a = 1 ;\r\n  b = ] ; a )", Syntax, 3, 7, "Unexpected ]"},
         {"/* é\n 😀 */ \t1 ++", Syntax, 2, 12, "Unexpected end of the calculation"},
         {"Left ( \"ü\" ;\n  \"x\" ; 3 )", Syntax, 1, 1, "Left expects 2 parameters but was given 3"},
     });
-}
-
-TEST_F(SyntaxErrors, AScriptCanPlaceTheCalculationInItsFile) {
+    // A script can place the calculation in its file; the start column applies to the first line only.
     auto reported = [](std::u16string_view calculation) -> std::string {
         try {
             Expression::parse(calculation, 5, 10);

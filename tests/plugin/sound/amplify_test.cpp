@@ -30,7 +30,7 @@ std::vector<int16_t> Amplified(std::vector<int16_t> samples, float gain, float l
     return samples;
 }
 
-TEST(AmplifySamplesTest, GainClipsAtTheLimitAndTruncatesTowardZero) {
+TEST(AmplifySamplesTest, GainClipsAtTheLimitTruncatesTowardZeroAndNeedsSixteenBits) {
     using V = std::vector<int16_t>;
     EXPECT_EQ(Amplified({20000, -20000, 3, -3, 0, 100}, 2.0f, 1.0f), (V{32767, -32768, 6, -6, 0, 200}));
     // Limit 0.5: the range is -16384..16383.
@@ -42,6 +42,11 @@ TEST(AmplifySamplesTest, GainClipsAtTheLimitAndTruncatesTowardZero) {
     EXPECT_EQ(Amplified({20000, -20000, 0}, std::numeric_limits<float>::infinity(), 1.0f), (V{32767, -32768, 0}));
     // Big-endian samples give the same values.
     EXPECT_EQ(Amplified({20000, -20000, 1234}, 2.0f, 1.0f, true), (V{32767, -32768, 2468}));
+    // Only 16-bit PCM is amplified.
+    std::vector<uint8_t> bytes(8, 0x40);
+    EXPECT_EQ(AmplifySamples(bytes, PcmSoundDescription(FourCC("raw "), 1, 8, 44100), 2, 1), -4);
+    EXPECT_EQ(AmplifySamples(bytes, PcmSoundDescription(FourCC("in24"), 1, 24, 44100), 2, 1), -2001);
+    EXPECT_EQ(bytes, std::vector<uint8_t>(8, 0x40));  // refused samples are left as they were
 }
 
 TEST(AmplifySamplesTest, NormalizeBringsThePeakToFullScale) {
@@ -53,13 +58,6 @@ TEST(AmplifySamplesTest, NormalizeBringsThePeakToFullScale) {
     EXPECT_EQ(Amplified({-32768, 16384}, 0, kNormalizeLimit), (V{-32768, 32767}));
     // The gain is single precision and the products are truncated: 32.767 × 1000 falls just short.
     EXPECT_EQ(Amplified({-1000, 1000}, 0, kNormalizeLimit, true), (V{-32766, 32766}));
-}
-
-TEST(AmplifySamplesTest, OnlySixteenBitPcmIsAmplified) {
-    std::vector<uint8_t> bytes(8, 0x40);
-    EXPECT_EQ(AmplifySamples(bytes, PcmSoundDescription(FourCC("raw "), 1, 8, 44100), 2, 1), -4);
-    EXPECT_EQ(AmplifySamples(bytes, PcmSoundDescription(FourCC("in24"), 1, 24, 44100), 2, 1), -2001);
-    EXPECT_EQ(bytes, std::vector<uint8_t>(8, 0x40));  // refused samples are left as they were
 }
 
 using AmplifyFunctionTest = SoundSessionTest;

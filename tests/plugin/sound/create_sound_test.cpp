@@ -12,7 +12,7 @@ vd::sound::SoundOutcome Create(std::vector<std::string> arguments, vd::media::Mo
     return vd::sound::CreateSound(arguments, movie);
 }
 
-TEST_F(CreateSoundTest, SineOfOneSecondIsStoredAsEightBitMonoSoundResource) {
+TEST_F(CreateSoundTest, SineAndSquareAreStoredAsEightBitMonoSoundResources) {
     Eval(u"Vandrel_CreateSound ( \"sine\" ; 0.01 )");  // the media libraries are loaded by now
     const int descriptors = media::OpenDescriptors();
     FMX_Data result = Eval(u"Vandrel_CreateSound ( \"sine\" )");
@@ -29,9 +29,7 @@ TEST_F(CreateSoundTest, SineOfOneSecondIsStoredAsEightBitMonoSoundResource) {
     EXPECT_EQ(Text(u"Vandrel_GetLastError"), "$0:Vandrel_CreateSound: No error.");
     EXPECT_TRUE(LeftoverTemporaryFiles().empty());
     EXPECT_EQ(media::OpenDescriptors(), descriptors);
-}
-
-TEST_F(CreateSoundTest, HalfSecondSquareHoldsItsEdgesInMovieAndStream) {
+    // A half-second square holds its edges in the movie and in the stream.
     vd::media::Movie movie;
     ASSERT_EQ(Create({"square", "0.5", "A4"}, movie).code, 0);
     const auto& media = movie.FirstSoundTrack()->media;
@@ -44,10 +42,10 @@ TEST_F(CreateSoundTest, HalfSecondSquareHoldsItsEdgesInMovieAndStream) {
         ASSERT_EQ(frames[size_t(2 * n + 1)], expected) << n;
     }
 
-    const std::string snd = SoundStreamOf(Eval(u"Vandrel_CreateSound ( \"square\" ; 0.5 ; \"A4\" )"));
-    ASSERT_EQ(snd.size(), 42u + 22050);
-    EXPECT_EQ(uint8_t(snd[42 + 50]), 0);
-    EXPECT_EQ(uint8_t(snd[42 + 51]), 255);
+    const std::string square = SoundStreamOf(Eval(u"Vandrel_CreateSound ( \"square\" ; 0.5 ; \"A4\" )"));
+    ASSERT_EQ(square.size(), 42u + 22050);
+    EXPECT_EQ(uint8_t(square[42 + 50]), 0);
+    EXPECT_EQ(uint8_t(square[42 + 51]), 255);
 }
 
 // Pitch names are pinned by the synthesis tests; here every form of the arguments is accepted

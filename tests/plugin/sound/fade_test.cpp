@@ -27,15 +27,13 @@ std::string Sanitized(const FadeRequest& request) {
     return text;
 }
 
-TEST(SanitizeFadeTest, TimesCountBackFromTheEndAndAreOrdered) {
+TEST(SanitizeFadeTest, TimesCountBackFromTheEndAndLevelsFitTheDirection) {
     EXPECT_EQ(Sanitized(Request(-2, 0, 1, false)), "0..8 s: 255>0");  // start 8 s, end 0 s: ordered 0 → 8 s
     EXPECT_EQ(Sanitized(Request(2, -1, 0.5f, true)), "2..9 s: 0>127");  // 255 × 0.5, truncated
     // A start beyond the sound becomes its beginning, an end beyond it the end; -12 s is before 0.
     EXPECT_EQ(Sanitized(Request(11, 30, 1, true)), "0..10 s: 0>255");
     EXPECT_EQ(Sanitized(Request(-12, -12, 1, true)), "0..10 s: 0>255");
-}
-
-TEST(SanitizeFadeTest, LevelsOutsideZeroToOneDependOnTheDirection) {
+    // Levels outside 0 to 1 depend on the direction.
     EXPECT_EQ(Sanitized(Request(0, 1, 1.5f, true)), "0..1 s: 0>0");  // fade in to nothing
     EXPECT_EQ(Sanitized(Request(0, 1, -0.1f, false)), "0..1 s: 255>0");
     EXPECT_EQ(Sanitized(Request(0, 1, 0.0f, false)), "0..1 s: 0>0");

@@ -9,7 +9,7 @@ namespace {
 using vd::util::ParseHtmlColor;
 using vd::util::RgbColor;
 
-TEST(HtmlColorTest, ValidTexts) {
+TEST(HtmlColorTest, ValidAndInvalidTexts) {
     struct Case { const char* text; RgbColor color; };
     const Case cases[] = {
         {"#aBcDeF", {0xAB, 0xCD, 0xEF}}, {"#F80", {0xFF, 0x88, 0x00}}, {" #000000 ", {0, 0, 0}},
@@ -21,9 +21,6 @@ TEST(HtmlColorTest, ValidTexts) {
         ASSERT_EQ(ParseHtmlColor(c.text, color), 0) << c.text;
         EXPECT_EQ(color, c.color) << c.text;
     }
-}
-
-TEST(HtmlColorTest, InvalidTexts) {
     const char* texts[] = {"", "fff", "#ff80", "#ff80000", "#12345g", "grey", "redd", "#-12345", "##ff8000", "#ff 800"};
     for (const char* text : texts) {
         RgbColor color{1, 2, 3};

@@ -17,9 +17,7 @@ TEST(ReferencePrefixTest, FirstMatchingWordWinsAndOnlyTheWordIsCompared) {
         {"Movie:a", ""},                       {" file:a", ""},                    {"mov", ""},
     };
     for (const Case& c : cases) EXPECT_EQ(ReferencePrefix(c.text), c.word) << c.text;
-}
-
-TEST(ReferencePrefixTest, PlatformPrefixIsTheWordAndMacColon) {
+    // The platform prefix is the word and "mac:".
     std::string text = "x";
     EXPECT_TRUE(AppendPlatformPrefix(text, "image"));
     EXPECT_EQ(text, "ximagemac:");

@@ -8,7 +8,7 @@ namespace {
 
 using vd::platform::fs::ParseMountInfo;
 
-TEST(MountTableTest, ReadsTheFieldsAndDecodesEscapes) {
+TEST(MountTableTest, ReadsTheFieldsDecodesEscapesAndFindsThisProcesssRoot) {
     const char* text =
         "27 1 254:0 / / rw,relatime - ext4 /dev/vda rw\n"
         "40 27 8:17 / /media/user/My\\040Disk rw shared:12 master:3 - vfat /dev/sdb1 rw\n"
@@ -26,9 +26,7 @@ TEST(MountTableTest, ReadsTheFieldsAndDecodesEscapes) {
     EXPECT_EQ(shown, (std::vector<std::string>{"254:0 / ext4 /dev/vda", "8:17 /media/user/My Disk vfat /dev/sdb1",
                                                "0:45 /mnt/back\\slash nfs4 server:/export",
                                                "8:3 /mnt/last xfs /dev/sde"}));
-}
-
-TEST(MountTableTest, ThisProcessHasARootMount) {
+    // This process has a root mount.
     const auto entries = vd::platform::fs::ReadMountTable();
     EXPECT_TRUE(std::any_of(entries.begin(), entries.end(), [](const auto& e) { return e.mountPoint == "/"; }));
 }

@@ -31,14 +31,12 @@ TEST(VolumesTest, NamesComeFromLabelsElseFromMountPoints) {
     ASSERT_EQ(Names(volumes), (std::vector<std::string>{"root", "efi", "Holiday Photos", "data", "home"}));
     EXPECT_EQ(volumes[2].mountPointName, "USB");
     for (size_t i = 0; i < volumes.size(); ++i) EXPECT_EQ(volumes[i].isBoot, i == 0) << i;
-}
-
-TEST(VolumesTest, LabelledRootAndMissingRoot) {
+    // A labelled root, and a missing one.
     EXPECT_EQ(Names(BuildVolumes({Mount("/", "ext4", 254, 0)}, {{makedev(254, 0), "System"}})),
               std::vector<std::string>{"System"});
-    const auto volumes = BuildVolumes({}, {});
-    EXPECT_EQ(Names(volumes), std::vector<std::string>{"root"});
-    EXPECT_EQ(volumes.front().mountPoint, "/");
+    const auto noRoot = BuildVolumes({}, {});
+    EXPECT_EQ(Names(noRoot), std::vector<std::string>{"root"});
+    EXPECT_EQ(noRoot.front().mountPoint, "/");
 }
 
 TEST(VolumesTest, TheLaterOfTwoMountsOnOnePointIsTheVisibleOne) {
