@@ -12,16 +12,14 @@ namespace {
 
 using Base64Test = CalcTest;
 
-TEST_F(Base64Test, TextsAreEncodedAsUtf8) {
+TEST_F(Base64Test, TextsAreEncodedAsUtf8AndInvalidBase64FailsAtTheCall) {
     expectTexts({
         {"Base64Encode ( \"Hello\" )", "SGVsbG8="}, {"Base64Encode ( \"\" )", ""},
         {"Base64Decode ( \"SGVsbG8\" )", "Hello"},           // padding left out
         {"Base64Decode ( \"SGVs¶bG8=\r\n\" )", "Hello"},     // wrapped lines
         {"Base64Decode ( Base64Encode ( \"ü¶😀\" ) )", "ü\r😀"},
     });
-}
-
-TEST_F(Base64Test, InvalidBase64IsAnEvaluationErrorAtTheCall) {
+    // Invalid base64 is an evaluation error at the call.
     for (const char* input : {"SGVsbG8*", "SGVsb", "SG=VsbG8", "SGVsbG8=x"}) {
         SCOPED_TRACE(input);
         CalcError e = failure(std::string("1 & Base64Decode ( \"") + input + "\" )");

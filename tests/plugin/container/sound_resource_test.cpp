@@ -82,7 +82,7 @@ TEST(SoundResource, WrittenResourceHasTheClassicLayoutAndReadsBack) {
     EXPECT_EQ(Samples(movie, 4), (std::vector<int16_t>{0, 127 << 8, -32768, 256}));
 }
 
-TEST(SoundResource, ExtendedHeadersCarryStereoAndSixteenBits) {
+TEST(SoundResource, ExtendedAndCompressedHeadersAreRead) {
     for (int format : {1, 2}) {
         Bytes r = LongHeader(format, 0xFF, 2, 3, 16, "    ");
         for (int16_t v : {100, -100, 2000, -2000, 32767, -32768}) Put16(r, uint16_t(v));
@@ -98,9 +98,7 @@ TEST(SoundResource, ExtendedHeadersCarryStereoAndSixteenBits) {
     media::Movie movie;
     ASSERT_EQ(MovieFromSoundResource(eight, movie), 0);
     EXPECT_EQ(Samples(movie, 2), (std::vector<int16_t>{0, -32768, 127 << 8, 0}));
-}
-
-TEST(SoundResource, CompressedHeadersAreDecoded) {
+    // Compressed headers are decoded.
     const auto with = [](Bytes header, const Bytes& data) {
         header.insert(header.end(), data.begin(), data.end());
         return header;

@@ -32,14 +32,12 @@ std::vector<uint8_t> Tone(uint16_t flags, size_t frames, double frequency, doubl
     return block;
 }
 
-TEST(SynthWaveformNames, WholeNamesInAnyCase) {
+TEST(SynthNames, WaveformsInAnyCaseAndNotesByTableLetterAndLimit) {
     const std::pair<const char*, uint16_t> names[] = {
         {"SINE", kSine}, {"sin", kSine}, {"Rectangle", kSquare}, {"saw", kSawtooth}, {"NONE", kSilence}, {"noise", kNoise}};
     for (const auto& [name, code] : names) EXPECT_EQ(WaveformCodeFromName(name), code) << name;
     for (const char* bad : {"sines", " sine", ""}) EXPECT_FALSE(WaveformCodeFromName(bad)) << bad;
-}
-
-TEST(SynthNotes, TableLettersAndLimits) {
+    // Notes: the table, its letters and its limits.
     // The ends of the table and A4 are pinned by the names below.
     EXPECT_FLOAT_EQ(NoteTableEntry(36), 261.63f);
     EXPECT_FLOAT_EQ(NoteTableEntry(48), 523.25f);

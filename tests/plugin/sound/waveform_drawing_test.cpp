@@ -79,7 +79,7 @@ TEST(WaveformLayout, BandsSitBelowTheirMarginsAndTheLastColumnStaysOut) {
     EXPECT_FALSE(WaveformBands(40, 1).Fit());
 }
 
-TEST(WaveformLayout, ExtremeSamplesTouchTheEdgesOfThePlottingArea) {
+TEST(WaveformLayout, ExtremeSamplesTouchTheEdgesOfTheirChannelsPlottingArea) {
     // One channel of 60 rows: plotting rows 20-39. Constant sounds draw one row each.
     struct Case { int16_t sample; int32_t row; } cases[] = {
         {32767, 20}, {-32768, 20}, {-32767, 39}, {0, 30}, {16384, 25}};
@@ -87,9 +87,7 @@ TEST(WaveformLayout, ExtremeSamplesTouchTheEdgesOfThePlottingArea) {
         EXPECT_EQ(Column(Draw(8, 60, std::vector<int16_t>(4, c.sample), 1, {0}), 4),
                   W(20) + B(c.row - 20) + "R" + B(39 - c.row) + W(20))
             << c.sample;
-}
-
-TEST(WaveformLayout, ChannelsKeepTheirOwnBandsAndSelectionsDrawOne) {
+    // Channels keep their own bands, and a selection draws one.
     // Left loud and positive, right loud and negative.
     std::vector<int16_t> frames;
     for (int i = 0; i < 20; ++i) frames.insert(frames.end(), {32767, -32767});
@@ -118,7 +116,7 @@ TEST(WaveformDrawing, ShortSoundsArePolylinesThroughTheirSamples) {
     for (int32_t x = 0; x < 8; ++x) EXPECT_EQ(Column(drawn, x), Column(*expected, x)) << "column " << x;
 }
 
-TEST(WaveformDrawing, LongSoundsAreOneMinMaxStrokePerColumn) {
+TEST(WaveformDrawing, LongSoundsAreOneMinMaxStrokePerColumnUpToTheRightEdge) {
     // 5000 samples across 5 pixels: column c holds samples 1000c - 1 to 1000c + 998. Column 1 has a
     // peak, column 2 a trough, column 3 a -32768 (drawn as a peak); every other sample is silence
     // (row 30 of plotting rows 20-39).
@@ -134,6 +132,15 @@ TEST(WaveformDrawing, LongSoundsAreOneMinMaxStrokePerColumn) {
     // The last column is still being gathered when the sound ends: only the line into it is drawn
     // (and it has no background: it is outside the stored picture).
     EXPECT_EQ(Column(p, 4).substr(20, 20), W(10) + "R" + W(9));
+    // 30 million frames: a single-precision running sum of the step would stall far short of the
+    // right edge; every column but the last must hold the curve.
+    const int64_t frames = 30'000'000;
+    std::vector<int16_t> block(1 << 16, 0);
+    auto picture = PixelBuffer::Make(1800, 60);
+    WaveformPainter painter(*picture, {0}, 1, frames, WaveformColors{kRed, kBlue});
+    for (int64_t first = 0; first < frames; first += int64_t(block.size()))
+        painter.Feed(block.data(), std::min<int64_t>(int64_t(block.size()), frames - first));
+    for (int32_t x = 0; x < 1799; ++x) ASSERT_EQ(picture->PixelAt(x, 30), kRed) << x;
 }
 
 TEST(WaveformDrawing, BlockBoundariesDoNotChangeThePicture) {
@@ -150,18 +157,6 @@ TEST(WaveformDrawing, BlockBoundariesDoNotChangeThePicture) {
             for (int32_t x = 0; x < 300; ++x) ASSERT_EQ(Column(pieces, x), Column(whole, x)) << frames << "/" << block;
         }
     }
-}
-
-TEST(WaveformDrawing, LongSoundsReachTheRightEdge) {
-    // 30 million frames: a single-precision running sum of the step would stall far short of the
-    // right edge; every column but the last must hold the curve.
-    const int64_t frames = 30'000'000;
-    std::vector<int16_t> block(1 << 16, 0);
-    auto picture = PixelBuffer::Make(1800, 60);
-    WaveformPainter painter(*picture, {0}, 1, frames, WaveformColors{kRed, kBlue});
-    for (int64_t first = 0; first < frames; first += int64_t(block.size()))
-        painter.Feed(block.data(), std::min<int64_t>(int64_t(block.size()), frames - first));
-    for (int32_t x = 0; x < 1799; ++x) ASSERT_EQ(picture->PixelAt(x, 30), kRed) << x;
 }
 
 }  // namespace
