@@ -44,7 +44,7 @@ std::string bytesOf(const FMX_Text* t, int32_t encoding, uint32_t capacity = 256
     return std::string(buffer.data(), n);
 }
 
-TEST(HostText, EncodingsRoundTripAndBadBytesBecomeReplacements) {
+TEST(HostText, EncodingsFindDeleteAppendAndEquality) {
     TextOwner t;
     // "Grüße ¶ 日本 🎵": two-byte, three-byte and four-byte (surrogate pair) characters.
     const char* utf8 = "Gr\xC3\xBC\xC3\x9F" "e \xC2\xB6 \xE6\x97\xA5\xE6\x9C\xAC \xF0\x9F\x8E\xB5";
@@ -71,10 +71,8 @@ TEST(HostText, EncodingsRoundTripAndBadBytesBecomeReplacements) {
 
     EXPECT_TRUE(failed([&](Rec* r) { FM_Text_Assign(t.p, "x", 7, r); }));  // no such encoding
     EXPECT_TRUE(failed([&](Rec* r) { EXPECT_EQ(FM_Text_GetSize(nullptr, r), 0u); }));
-}
-
-TEST(HostText, FindDeleteAppendAndEquality) {
-    TextOwner t, what;
+    // Find, delete, append and equality.
+    TextOwner what;
     FM_Text_Assign(t.p, "one two one", FMX_ENCODING_UTF8, Rec());
     FM_Text_Assign(what.p, "one", FMX_ENCODING_UTF8, Rec());
     EXPECT_EQ(FM_Text_Find(t.p, what.p, 1, Rec()), 8u);
