@@ -78,7 +78,7 @@ TEST_F(NestingTest, TooDeepNestingIsASyntaxErrorNotACrash) {
     });
 }
 
-TEST_F(NestingTest, TheDeepestAllowedNestingEvaluates) {
+TEST_F(NestingTest, TheDeepestAllowedNestingEvaluatesAndFlatChainsCostNoDepth) {
     // Every level passes through every precedence level and nothing short-circuits, so evaluation
     // recurses as deep as a tree can get. Each level nests three times: the call, not and the sign.
     const int levels = (kMaxNesting - 1) / 3;
@@ -88,9 +88,7 @@ TEST_F(NestingTest, TheDeepestAllowedNestingEvaluates) {
     // Parentheses alone nest once per level, each holding a chain of every precedence level.
     const int deepest = kMaxNesting - 1;
     EXPECT_EQ(text(repeat("( 0 xor 1 and 1 = 1 & 1 + 0 * 1 ^ ", deepest) + "1" + repeat(" )", deepest)), "0");
-}
-
-TEST_F(NestingTest, LongFlatChainsCostNoDepth) {
+    // Long flat chains cost no depth.
     const int terms = 50000;
     EXPECT_EQ(text("1" + repeat(" + 1", terms - 1)), std::to_string(terms));
     EXPECT_EQ(textOf(eval("\"\"" + repeat(" & \"ab\"", terms))).units.size(), 2u * terms);
