@@ -12,17 +12,14 @@ namespace {
 
 using Base64Test = CalcTest;
 
-TEST_F(Base64Test, TextsAreEncodedAsUtf8) {
+TEST_F(Base64Test, TextsAreEncodedAsUtf8AndInvalidBase64FailsAtTheCall) {
     expectTexts({
-        {"Base64Encode ( \"Hello\" )", "SGVsbG8="},
-        {"Base64Encode ( \"\" )", ""},
+        {"Base64Encode ( \"Hello\" )", "SGVsbG8="}, {"Base64Encode ( \"\" )", ""},
         {"Base64Decode ( \"SGVsbG8\" )", "Hello"},           // padding left out
         {"Base64Decode ( \"SGVs¶bG8=\r\n\" )", "Hello"},     // wrapped lines
         {"Base64Decode ( Base64Encode ( \"ü¶😀\" ) )", "ü\r😀"},
     });
-}
-
-TEST_F(Base64Test, InvalidBase64IsAnEvaluationErrorAtTheCall) {
+    // Invalid base64 is an evaluation error at the call.
     for (const char* input : {"SGVsbG8*", "SGVsb", "SG=VsbG8", "SGVsbG8=x"}) {
         SCOPED_TRACE(input);
         CalcError e = failure(std::string("1 & Base64Decode ( \"") + input + "\" )");
@@ -32,7 +29,7 @@ TEST_F(Base64Test, InvalidBase64IsAnEvaluationErrorAtTheCall) {
     }
 }
 
-TEST_F(Base64Test, DecodingWithAFileNameMakesAContainer) {
+TEST_F(Base64Test, DecodingWithAFileNameMakesAContainerAndContainersEncodeTheirFileStream) {
     FMX_Data file = eval("Base64Decode ( \"AAEC/w==\" ; \"data.bin\" )");
     ASSERT_EQ(file.type, FMX_TYPE_BINARY);
     ASSERT_EQ(file.binary.streams.size(), 2u);
@@ -48,13 +45,8 @@ TEST_F(Base64Test, DecodingWithAFileNameMakesAContainer) {
 
     FMX_Data nameless = eval("Base64Decode ( \"AA==\" ; \"\" )");
     EXPECT_EQ(nameless.binary.streams.size(), 1u);
-}
-
-TEST_F(Base64Test, ContainersEncodeTheirFileStream) {
-    struct Case {
-        FMX_Data value;
-        const char* expected;
-    };
+    // Containers encode their file stream, whichever it is.
+    struct Case { FMX_Data value; const char* expected; };
     Case cases[] = {
         {container({{"FNAM", encodeFnam(u"a.txt")}, {"JPEG", {'j'}}, {"FILE", {'f'}}}), "Zg=="},
         {container({{"SIZE", {0, 1}}, {"FNAM", encodeFnam(u"a.png")}, {"PNGf", {'p'}}}), "cA=="},

@@ -39,18 +39,10 @@ FMX_Data container(std::initializer_list<std::pair<const char*, Bytes>> streams,
 std::string streamText(const FMX_Data& value, const char* type);  // "" when there is no such stream
 
 // A calculation and the text of its result, UTF-8.
-struct TextCase {
-    std::string calculation;
-    std::string expected;
-};
+struct TextCase { std::string calculation; std::string expected; };
 
 // A calculation that must fail, and the error it must report.
-struct FailureCase {
-    std::string calculation;
-    CalcError::Kind kind;
-    int line, column;
-    std::string message;
-};
+struct FailureCase { std::string calculation; CalcError::Kind kind; int line, column; std::string message; };
 
 class CalcTest : public ::testing::Test {
 protected:

@@ -11,7 +11,7 @@ namespace {
 
 using LiteralTest = CalcTest;
 
-TEST_F(LiteralTest, TextEscapesAndPilcrows) {
+TEST_F(LiteralTest, TextEscapesPilcrowsAndComments) {
     expectTexts({
         {R"("a\"b")", "a\"b"},
         {R"("a\\b")", "a\\b"},
@@ -20,34 +20,19 @@ TEST_F(LiteralTest, TextEscapesAndPilcrows) {
         {R"("a\nb")", "a\\nb"},       // no other escapes: the backslash stays
         {"\"line\none\"", "line\none"},
     });
-}
-
-TEST_F(LiteralTest, Numbers) {
-    struct Case {
-        const char* calculation;
-        double expected;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {".5", 0.5}, {"1.5E-1", 0.15}, {"1.", 1}, {"1e-400", 0},
-         }) {
-        SCOPED_TRACE(c.calculation);
-        FMX_Data value = eval(c.calculation);
-        EXPECT_EQ(value.type, FMX_TYPE_NUMBER);
-        EXPECT_DOUBLE_EQ(value.number.value, c.expected);
-    }
-}
-
-TEST_F(LiteralTest, CommentsAreSkipped) {
+    // Comments are skipped, outside texts only.
     EXPECT_EQ(text("1 // one\n + 2 // two"), "3");
     EXPECT_EQ(text("1 /* ( \"unbalanced */ + 2"), "3");
     EXPECT_EQ(text("\"// not a comment\""), "// not a comment");
 }
 
+TEST_F(LiteralTest, Numbers) {
+    expectTexts({{".5", "0.5"}, {"1.5E-1", "0.15"}, {"1.", "1"}, {"1e-400", "0"}});
+    EXPECT_EQ(eval("1.").type, FMX_TYPE_NUMBER);
+}
+
 TEST(NeedsContinuation, OpenTextsCommentsParenthesesAndBrackets) {
-    struct Case {
-        const char* text;
-        bool continues;
-    };
+    struct Case { const char* text; bool continues; };
     for (const Case& c : std::initializer_list<Case>{
              {"Left ( \"a\" ;", true},
              {"Left ( \"a\" ; 1 )", false},

@@ -13,9 +13,7 @@ TEST_F(TextFunctionTest, LengthsAndPositionsCountUtf16UnitsAndHoldToTheText) {
     expectTexts({
         {"Length ( 12.50 )", "4"},      // the text form, "12.5"
         {"Length ( \"é😀\" )", "3"},    // the emoji takes two units
-        {"Left ( \"abcdef\" ; 2 )", "ab"},
-        {"Left ( \"abc\" ; -1 )", ""},
-        {"Right ( \"abcdef\" ; 2 )", "ef"},
+        {"Left ( \"abcdef\" ; 2 )", "ab"}, {"Left ( \"abc\" ; -1 )", ""}, {"Right ( \"abcdef\" ; 2 )", "ef"},
         {"Middle ( \"abcdef\" ; 2 ; 3 )", "bcd"},
         {"Middle ( \"abc\" ; 3 ; 10 )", "c"},     // beyond the end
         {"Middle ( \"abc\" ; 0 ; 2 )", "a"},      // positions before 1 are cut off
@@ -38,33 +36,24 @@ TEST_F(TextFunctionTest, Substitute) {
 
 TEST_F(TextFunctionTest, PatternCountAndPositionIgnoreCaseAndFindOverlaps) {
     expectTexts({
-        {"PatternCount ( \"aaa\" ; \"aa\" )", "2"},
-        {"PatternCount ( \"ABC abc\" ; \"b\" )", "2"},
+        {"PatternCount ( \"aaa\" ; \"aa\" )", "2"}, {"PatternCount ( \"ABC abc\" ; \"b\" )", "2"},
         {"Position ( \"Mississippi\" ; \"ss\" ; 1 ; 2 )", "6"},
         {"Position ( \"Mississippi\" ; \"iss\" ; 11 ; -1 )", "5"},   // backwards from the start
-        {"Position ( \"Mississippi\" ; \"iss\" ; 4 ; -1 )", "2"},
-        {"Position ( \"aaa\" ; \"aa\" ; 1 ; 2 )", "2"},
-        {"Position ( \"abc\" ; \"c\" ; 0 ; 1 )", "3"},
-        {"Position ( \"abc\" ; \"a\" ; 1 ; 0 )", "0"},
+        {"Position ( \"Mississippi\" ; \"iss\" ; 4 ; -1 )", "2"}, {"Position ( \"aaa\" ; \"aa\" ; 1 ; 2 )", "2"},
+        {"Position ( \"abc\" ; \"c\" ; 0 ; 1 )", "3"}, {"Position ( \"abc\" ; \"a\" ; 1 ; 0 )", "0"},
     });
 }
 
 TEST_F(TextFunctionTest, CaseTrimExactConversionsAndValueLists) {
     expectTexts({
-        {"Upper ( \"aBc é\" )", "ABC É"},
-        {"Lower ( \"ÀB×\" )", "àb×"},
-        {"Trim ( \"  a b  \" )", "a b"},
+        {"Upper ( \"aBc é\" )", "ABC É"}, {"Lower ( \"ÀB×\" )", "àb×"}, {"Trim ( \"  a b  \" )", "a b"},
         {"Trim ( \"¶a \" )", "\ra"},     // only spaces
-        {"Exact ( \"a\" ; \"A\" )", "0"},
-        {"IsEmpty ( \"\" )", "1"},
+        {"Exact ( \"a\" ; \"A\" )", "0"}, {"IsEmpty ( \"\" )", "1"},
 
-        {"List ( \"a\" ; \"\" ; 2 ; \"b\" )", "a\r2\rb"},
-        {"List ( \"\" ; $nothing )", ""},
+        {"List ( \"a\" ; \"\" ; 2 ; \"b\" )", "a\r2\rb"}, {"List ( \"\" ; $nothing )", ""},
         {"ValueCount ( \"a¶b¶\" )", "2"},     // a trailing return ends the last value
         {"ValueCount ( \"¶a\" )", "2"},       // a leading one starts an empty value
-        {"ValueCount ( \"a\r\nb\nc\" )", "3"},
-        {"GetValue ( \"a¶b¶c\" ; 2 )", "b"},
-        {"GetValue ( \"¶b\" ; 1 )", ""},
+        {"ValueCount ( \"a\r\nb\nc\" )", "3"}, {"GetValue ( \"a¶b¶c\" ; 2 )", "b"}, {"GetValue ( \"¶b\" ; 1 )", ""},
     });
     EXPECT_EQ(eval("GetAsText ( 2 )").type, FMX_TYPE_TEXT);
 }

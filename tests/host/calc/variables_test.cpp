@@ -10,16 +10,14 @@ namespace {
 
 using VariableTest = CalcTest;
 
-TEST_F(VariableTest, LetBindsNamesInOrderAndInnerLetsShadow) {
+TEST_F(VariableTest, LetBindsNamesInOrderInnerLetsShadowAndNamesEndWithTheLet) {
     expectTexts({
         {"Let ( [ a = 1 ; b = a + 1 ] ; a & b )", "12"},
         {"Let ( a = 1 ; Let ( a = 2 ; a ) & a )", "21"},   // the outer a is back after the inner Let
         {"Let ( [ a = 1 ; a = a + 1 ] ; a )", "2"},         // rebinding sees the earlier value
         {"Let ( True = 5 ; True )", "5"},                   // a Let name hides a function's
     });
-}
-
-TEST_F(VariableTest, LetNamesAreUnknownOutsideTheirLet) {
+    // Let names are unknown outside their Let.
     constexpr auto Unknown = CalcError::Kind::UnknownName;
     expectFailures({
         {"Let ( a = 1 ; a ) + a", Unknown, 1, 21, "Unknown name a"},
@@ -27,31 +25,25 @@ TEST_F(VariableTest, LetNamesAreUnknownOutsideTheirLet) {
     });
 }
 
-TEST_F(VariableTest, LocalVariablesOutliveTheLetThatSetsThem) {
+TEST_F(VariableTest, LocalVariablesOutliveTheirLetAndGlobalsTheirScope) {
     EXPECT_EQ(text("Let ( $x = 5 ; $x ) & $x"), "55");
     // The next evaluation with the same scope still sees it...
     EXPECT_EQ(text("$X + 1"), "6");
     // ...but another scope does not.
     Variables other;
     EXPECT_EQ(utf8Of(calc::evaluate(u"$x", context, other)), "");
-}
-
-TEST_F(VariableTest, GlobalVariablesBelongToTheContext) {
+    // $$ variables belong to the context, not to a scope.
     EXPECT_EQ(text("Let ( $$total = 10 ; $$total * 2 )"), "20");
-    EXPECT_EQ(locals.size(), 0u);
+    EXPECT_EQ(locals.size(), 1u);  // still only $x
 
     Variables otherScope;
     EXPECT_EQ(utf8Of(calc::evaluate(u"$$TOTAL", context, otherScope)), "10");
-}
-
-TEST_F(VariableTest, OneAndTwoDollarNamesAreDifferentVariables) {
+    // One and two dollar names are different variables.
     locals.set(u"$x", makeText(u"local"));
     context.globalVariables.set(u"$$x", makeText(u"global"));
     EXPECT_EQ(text("$x & \"/\" & $$x"), "local/global");
     EXPECT_EQ(text("Let ( [ $x = 1 ; $$x = 2 ] ; $x & $$x )"), "12");
-}
-
-TEST_F(VariableTest, UnsetVariablesAreEmptyTextAndNamesMayHaveDots) {
+    // Unset variables are empty text; names may have dots.
     FMX_Data value = eval("$never");
     EXPECT_EQ(value.type, FMX_TYPE_TEXT);
     EXPECT_TRUE(emptyOf(value));
@@ -91,21 +83,16 @@ protected:
     }
 };
 
-TEST_F(FieldTest, FieldsAreReadThroughTheContext) {
+TEST_F(FieldTest, FieldsAndTheFilePathAreReadThroughTheContext) {
     EXPECT_EQ(text("Orders::Total * 2"), "25");
     EXPECT_EQ(text("\"Dear \" & Orders::Customer"), "Dear Ada");
     FMX_Data photo = eval("Orders::Photo");
     EXPECT_EQ(photo.type, FMX_TYPE_BINARY);
     EXPECT_EQ(photo.binary.streams.size(), 1u);
-}
-
-TEST_F(FieldTest, AMissingFieldIsAnEvaluationError) {
+    // A missing field is an evaluation error.
     expectFailures({{"1 +\n  Orders::Missing", CalcError::Kind::Evaluation, 2, 3, "Field not found: Orders::Missing"}});
     // Only when it is evaluated.
     EXPECT_EQ(text("If ( 0 ; Orders::Missing ; \"fine\" )"), "fine");
-}
-
-TEST_F(FieldTest, GetFilePath) {
     EXPECT_EQ(text("get ( filepath )"), "file:/data/Orders.vddb");
 }
 

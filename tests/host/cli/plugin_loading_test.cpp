@@ -29,16 +29,14 @@ TEST_F(Loading, APluginThatRefusesToStartIsReportedAndNotUsed) {
     EXPECT_EQ(r.err.find("refused"), std::string::npos) << r.err;
 }
 
-TEST_F(Loading, TheHostTellsItsInterfaceVersionVersionTextAndBundle) {
+TEST_F(Loading, TheHostTellsItsVersionsAndBundleAndKeepsThePluginsMemoryBlocks) {
     auto r = vdhost({"eval", "Fixture_HostInfo"});
     std::string bundle = std::filesystem::absolute(std::filesystem::path(VD_FIXTURE_PLUGIN_DIR) / "Fixture.fmxplugin").string();
     EXPECT_EQ(r.out, "52|ProAdvanced 11.0v3|" + bundle + "\n");
     r = vdhost({"--interface-version", "60", "--host-version", "Pro 9.0v1", "eval", "Fixture_HostInfo"});
     EXPECT_EQ(r.out, "60|Pro 9.0v1|" + bundle + "\n");
-}
-
-TEST_F(Loading, MemoryBlocksHoldWhatThePluginWrites) {
-    auto r = vdhost({"eval", "Fixture_Legacy ( \"first\" ) & \"/\" & Fixture_Legacy ( \"second, longer\" )"});
+    // Memory blocks hold what the plug-in writes.
+    r = vdhost({"eval", "Fixture_Legacy ( \"first\" ) & \"/\" & Fixture_Legacy ( \"second, longer\" )"});
     EXPECT_EQ(r.out, "first/second, longer\n") << r.err;
 }
 

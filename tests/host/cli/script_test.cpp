@@ -6,7 +6,7 @@ namespace {
 
 using Scripts = VdhostTest;
 
-TEST_F(Scripts, StatementsAssignPrintWriteAndContinueAcrossLines) {
+TEST_F(Scripts, StatementsAssignPrintWriteContinueAcrossLinesAndForgetTheirVariables) {
     writeFile(folder / "tour.vdcalc",
               "# a comment, then blank lines\n"
               "\n"
@@ -26,6 +26,11 @@ TEST_F(Scripts, StatementsAssignPrintWriteAndContinueAcrossLines) {
     EXPECT_EQ(r.out, "Hello, World x2\n1two\nlines\n");
     EXPECT_EQ(readFile(folder / "out.bin"), "jpeg bytes");
     EXPECT_EQ(readFile(folder / "with blank.txt"), "text");
+    // Variables last for one run, globals for the session: a new process starts without them.
+    r = vdhost({"run", "-"}, {}, "$a := 5\n$$b := $a * 2\nprint $a + $$b\n");
+    EXPECT_EQ(r.out, "15\n") << r.err;
+    // A new process starts without them.
+    EXPECT_EQ(vdhost({"eval", "IsEmpty ( $a ) and IsEmpty ( $$b )"}).out, "1\n");
 }
 
 TEST_F(Scripts, TheFirstFailingStatementStopsTheScriptAndNamesItsLine) {
@@ -44,13 +49,6 @@ TEST_F(Scripts, TheFirstFailingStatementStopsTheScriptAndNamesItsLine) {
     EXPECT_EQ(vdhost({"run", "missing.vdcalc"}).status, 4);
     writeFile(folder / "syntax.vdcalc", "define Media::X colour\n");
     EXPECT_EQ(vdhost({"run", "syntax.vdcalc"}).status, 2);
-}
-
-TEST_F(Scripts, VariablesLastForOneRunAndGlobalsForTheSession) {
-    auto r = vdhost({"run", "-"}, {}, "$a := 5\n$$b := $a * 2\nprint $a + $$b\n");
-    EXPECT_EQ(r.out, "15\n") << r.err;
-    // A new process starts without them.
-    EXPECT_EQ(vdhost({"eval", "IsEmpty ( $a ) and IsEmpty ( $$b )"}).out, "1\n");
 }
 
 TEST_F(Scripts, ThePromptReportsErrorsAndGoesOn) {

@@ -124,9 +124,7 @@ TEST_F(FieldKinds, ASoundIntoATextFieldIsRefusedAndTheFieldKeepsItsValue) {
 TEST_F(FieldKinds, OtherKindsConvertOrAreRefused) {
     writeFile(folder / "kinds.vdcalc",
               "define T::Text text\ndefine T::Number number\ndefine T::Box container\n"
-              "T::Text := 7 / 2\n"
-              "T::Number := \"a1b2\"\n"
-              "T::Box := \"image:/a.jpg\"\n"
+              "T::Text := 7 / 2\nT::Number := \"a1b2\"\nT::Box := \"image:/a.jpg\"\n"
               "print T::Text & \"|\" & ( T::Number + 1 ) & \"|\" & Fixture_Describe ( T::Box )\n");
     auto r = vdhost({"run", "kinds.vdcalc"});
     EXPECT_EQ(r.status, 0) << r.err;

@@ -60,7 +60,7 @@ TEST(ContainerBlob, LayoutIsTheDocumentedOne) {
     EXPECT_EQ(encodeContainer(makeContainer({}, u"url:")), reference);
 }
 
-TEST(ContainerBlob, EveryTruncationIsRefused) {
+TEST(ContainerBlob, TruncatedAndMalformedBlobsAreRefusedWithAReason) {
     const Bytes full = encodeContainer(sampleContainer());
     for (size_t length = 0; length < full.size(); ++length) {
         SCOPED_TRACE(length);
@@ -68,9 +68,7 @@ TEST(ContainerBlob, EveryTruncationIsRefused) {
         const Bytes cut(full.begin(), full.begin() + static_cast<std::ptrdiff_t>(length));
         EXPECT_THROW(decodeContainer(cut), DatabaseError);
     }
-}
-
-TEST(ContainerBlob, MalformedHeadersAndLengthsAreRefusedWithAReason) {
+    // Malformed headers and lengths are refused with a reason.
     const Bytes good = encodeContainer(sampleContainer());
     auto refusal = [](Bytes blob) -> std::string {
         try {

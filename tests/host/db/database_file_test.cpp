@@ -123,33 +123,28 @@ TEST_F(DatabaseFile, RelativePathIsInTheFolderCurrentWhenMade) {
     EXPECT_TRUE(std::filesystem::exists(file("Untitled.vddb")));
 }
 
-TEST_F(DatabaseFile, GarbageIsRefusedAndLeftUntouched) {
+TEST_F(DatabaseFile, FilesThatAreNotOursAreRefusedAndLeftUntouched) {
     std::string garbage = "This is a text file, not a database.\n";
     for (int i = 0; i < 300; ++i) garbage.push_back(static_cast<char>(i * 37));
     testing::writeFile(file("notes.vddb"), garbage);
-    expectRefused(file("notes.vddb"), "file is not a database");
-
     testing::writeFile(file("empty.vddb"), "");
-    expectRefused(file("empty.vddb"), "empty");
-}
-
-TEST_F(DatabaseFile, ForeignSqliteDatabaseIsRefusedAndLeftUntouched) {
     makeSqliteFile(file("foreign.db"), "CREATE TABLE people(name TEXT); INSERT INTO people VALUES ('Ann');");
-    expectRefused(file("foreign.db"), "SQLite database without vdhost metadata");
-
     // Even one in WAL mode, whose readers would normally make side files.
     makeSqliteFile(file("wal.db"), "PRAGMA journal_mode=WAL; CREATE TABLE t(a); INSERT INTO t VALUES (1);");
-    expectRefused(file("wal.db"), "without vdhost metadata");
-}
-
-TEST_F(DatabaseFile, OursWithOtherMetadataIsRefused) {
     patchMeta(file("newer.vddb"), "UPDATE vd_meta SET value = 2 WHERE key = 'version'");
-    expectRefused(file("newer.vddb"),
-                  "newer vdhost (database format version 2; this vdhost reads version 1)");
-
     patchMeta(file("other.vddb"), "UPDATE vd_meta SET value = 'ledger' WHERE key = 'format'");
-    expectRefused(file("other.vddb"), "its format is \"ledger\"");
-
+    const std::pair<const char*, const char*> cases[] = {
+        {"notes.vddb", "file is not a database"},
+        {"empty.vddb", "empty"},
+        {"foreign.db", "SQLite database without vdhost metadata"},
+        {"wal.db", "without vdhost metadata"},
+        {"newer.vddb", "newer vdhost (database format version 2; this vdhost reads version 1)"},
+        {"other.vddb", "its format is \"ledger\""},
+    };
+    for (const auto& [name, reason] : cases) {
+        SCOPED_TRACE(name);
+        expectRefused(file(name), reason);
+    }
 }
 
 TEST_F(DatabaseFile, AFolderOrAMissingFolderIsAClearError) {

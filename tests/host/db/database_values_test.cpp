@@ -24,6 +24,12 @@ protected:
         EXPECT_TRUE(value) << table << "::" << field;
         return value ? *value : FMX_Data{};
     }
+    // The kind a field's value comes back as, and its text.
+    using Typed = std::pair<int32_t, std::string>;
+    Typed typed(std::string_view table, std::string_view field) {
+        const FMX_Data value = readBack(table, field);
+        return {value.type, utf8Of(value)};
+    }
 
     std::string refusal(std::string_view table, std::string_view field, const FMX_Data& value) {
         try {
@@ -47,15 +53,9 @@ TEST_F(DatabaseValues, EachKindRoundTrips) {
     db.write("People", "Age", makeNumber(42.5));
     db.write("People", "Born", withType(makeText(u"1/2/1990"), FMX_TYPE_DATE));
 
-    FMX_Data name = readBack("People", "Name");
-    EXPECT_EQ(name.type, FMX_TYPE_TEXT);
-    EXPECT_EQ(name.text.units, u"Zo\u00EB \U0001F600");
-    FMX_Data age = readBack("People", "Age");
-    EXPECT_EQ(age.type, FMX_TYPE_NUMBER);
-    EXPECT_EQ(age.number.value, 42.5);
-    FMX_Data born = readBack("People", "Born");
-    EXPECT_EQ(born.type, FMX_TYPE_DATE);
-    EXPECT_EQ(born.text.units, u"1/2/1990");
+    EXPECT_EQ(readBack("People", "Name").text.units, u"Zo\u00EB \U0001F600");
+    EXPECT_EQ(typed("People", "Age"), (Typed{FMX_TYPE_NUMBER, "42.5"}));
+    EXPECT_EQ(typed("People", "Born"), (Typed{FMX_TYPE_DATE, "1/2/1990"}));
 
     // Unknown fields and tables are no field, not an empty one.
     EXPECT_FALSE(db.read("People", "Height"));
@@ -79,7 +79,7 @@ TEST_F(DatabaseValues, ReferenceTextGoesIntoAContainerFieldAsAReference) {
     db.define("Media", "Photo", FieldKind::Container);
     const std::u16string reference = u"size:640,480\rimagemac:/Volumes/Disk/p.jpg\rimagewin:/C:/p.jpg";
     db.write("Media", "Photo", makeText(reference));
-    FMX_Data back = readBack("Media", "Photo");
+    const FMX_Data back = readBack("Media", "Photo");
     EXPECT_EQ(back.type, FMX_TYPE_BINARY);
     EXPECT_TRUE(back.binary.streams.empty());
     EXPECT_EQ(back.text.units, reference);
@@ -95,34 +95,27 @@ TEST_F(DatabaseValues, PlainTextIntoAContainerFieldIsRefusedAndNothingIsWritten)
     const FMX_Data png = makeContainer(std::move(binary), u"a.png");
     db.write("Media", "Photo", png);
 
-    EXPECT_EQ(
-        refusal("Media", "Photo", makeText(u"just a note that is longer than forty characters")),
-        "Container field Media::Photo cannot hold the text \"just a note that is longer than forty ch...\"");
+    EXPECT_EQ(refusal("Media", "Photo", makeText(u"just a note that is longer than forty characters")),
+              "Container field Media::Photo cannot hold the text \"just a note that is longer than forty ch...\"");
     EXPECT_THAT(refusal("media", "PHOTO", makeNumber(3)), HasSubstr("cannot hold the text \"3\""));
     expectSameContainer(readBack("Media", "Photo"), png);
 }
 
-TEST_F(DatabaseValues, NumberFieldTakesTheNumberInAText) {
+TEST_F(DatabaseValues, NumberFieldsTakeTheNumberInATextAndTextFieldsTheTextOfAnyValue) {
     db.define("T", "N", FieldKind::Number);
     db.write("T", "N", makeText(u"-1.50 EUR"));
     EXPECT_EQ(readBack("T", "N").number.value, -1.5);
     db.write("T", "N", makeBoolean(true));
-    FMX_Data fromBoolean = readBack("T", "N");
-    EXPECT_EQ(fromBoolean.type, FMX_TYPE_NUMBER);
-    EXPECT_EQ(fromBoolean.number.value, 1);
+    EXPECT_EQ(typed("T", "N"), (Typed{FMX_TYPE_NUMBER, "1"}));
 
     // A text without a number is refused rather than stored as an empty.
     EXPECT_THAT([&] { db.write("T", "N", makeText(u"no digits")); },
                 ::testing::ThrowsMessage<DatabaseError>(HasSubstr("holds no number")));
     EXPECT_EQ(readBack("T", "N").number.value, 1);
-}
-
-TEST_F(DatabaseValues, TextFieldTakesTheTextFormOfAnyValue) {
+    // A text field takes the text form of any value.
     db.define("T", "Note", FieldKind::Text);
     db.write("T", "Note", makeNumber(0.1 + 0.2));
-    FMX_Data number = readBack("T", "Note");
-    EXPECT_EQ(number.type, FMX_TYPE_TEXT);
-    EXPECT_EQ(number.text.units, u"0.3");
+    EXPECT_EQ(typed("T", "Note"), (Typed{FMX_TYPE_TEXT, "0.3"}));
     db.write("T", "Note", makeContainer({}, u"file:a.txt"));
     EXPECT_EQ(readBack("T", "Note").text.units, u"file:a.txt");
 }
@@ -135,27 +128,19 @@ TEST_F(DatabaseValues, EmptyValuesReadAsEmptyOfTheFieldsKind) {
     db.write("T", "Box", makeContainer(std::move(binary)));
     for (const char* field : {"Text", "Number", "Box"}) db.write("T", field, makeText({}));
 
-    EXPECT_EQ(readBack("T", "Text").type, FMX_TYPE_TEXT);
-    EXPECT_TRUE(emptyOf(readBack("T", "Text")));
-    EXPECT_TRUE(emptyOf(readBack("T", "Number")));
-    FMX_Data box = readBack("T", "Box");
-    EXPECT_EQ(box.type, FMX_TYPE_BINARY);
-    EXPECT_TRUE(emptyOf(box));
-
     // A defined field that was never written reads as empty too.
     db.define("T", "Later", FieldKind::Container);
+    for (const char* field : {"Text", "Number", "Box", "Later"}) EXPECT_TRUE(emptyOf(readBack("T", field))) << field;
+    EXPECT_EQ(readBack("T", "Text").type, FMX_TYPE_TEXT);
+    EXPECT_EQ(readBack("T", "Box").type, FMX_TYPE_BINARY);
     EXPECT_EQ(readBack("T", "Later").type, FMX_TYPE_BINARY);
-    EXPECT_TRUE(emptyOf(readBack("T", "Later")));
 }
 
 TEST_F(DatabaseValues, KindIsFixedWhenTheFieldIsMade) {
     db.write("T", "N", makeNumber(5));
     db.write("T", "N", makeText(u"12 items"));
-    EXPECT_EQ(readBack("T", "N").type, FMX_TYPE_NUMBER);
-    EXPECT_EQ(readBack("T", "N").number.value, 12);
-
+    EXPECT_EQ(typed("T", "N"), (Typed{FMX_TYPE_NUMBER, "12"}));
     db.write("T", "S", makeText(u"5"));
-
     EXPECT_THAT([&] { db.define("T", "S", FieldKind::Number); },
                 ::testing::ThrowsMessage<DatabaseError>(HasSubstr("text field that holds data")));
     db.write("T", "Empty", makeText({}));  // even an empty first value makes a text field
@@ -164,11 +149,9 @@ TEST_F(DatabaseValues, KindIsFixedWhenTheFieldIsMade) {
     db.define("T", "Box", FieldKind::Container);
     db.define("t", "box", FieldKind::Container);
 
-    const std::vector<FieldInfo> expected = {{"T", "N", FieldKind::Number},
-                                             {"T", "S", FieldKind::Text},
-                                             {"T", "Empty", FieldKind::Number},
-                                             {"T", "Box", FieldKind::Container}};
-    EXPECT_EQ(db.fields(), expected);
+    EXPECT_EQ(db.fields(), (std::vector<FieldInfo>{{"T", "N", FieldKind::Number}, {"T", "S", FieldKind::Text},
+                                                   {"T", "Empty", FieldKind::Number},
+                                                   {"T", "Box", FieldKind::Container}}));
 }
 
 TEST_F(DatabaseValues, NamesMatchWithoutRegardToAsciiCase) {
@@ -179,21 +162,16 @@ TEST_F(DatabaseValues, NamesMatchWithoutRegardToAsciiCase) {
     db.write("Straße", "ä", makeText(u"lower"));  // only ASCII letters fold
     EXPECT_EQ(utf8Of(readBack("STRAßE", "Ä")), "upper");
     EXPECT_EQ(utf8Of(readBack("straße", "ä")), "lower");
-    const std::vector<FieldInfo> expected = {{"Invoices", "Total", FieldKind::Number},
-                                             {"Straße", "Ä", FieldKind::Text},
-                                             {"Straße", "ä", FieldKind::Text}};
-    EXPECT_EQ(db.fields(), expected);
+    EXPECT_EQ(db.fields(), (std::vector<FieldInfo>{{"Invoices", "Total", FieldKind::Number},
+                                                   {"Straße", "Ä", FieldKind::Text}, {"Straße", "ä", FieldKind::Text}}));
 }
 
-TEST_F(DatabaseValues, EmptyNamesAreRefused) {
+TEST_F(DatabaseValues, RefusedWritesLeaveTheDatabaseAsItWas) {
     EXPECT_THAT(refusal("", "F", makeText(u"x")), HasSubstr("table name cannot be empty"));
     EXPECT_THAT(refusal("T", "", makeText(u"x")), HasSubstr("field name cannot be empty"));
     EXPECT_FALSE(db.exists());
-}
-
-// Numbers that are not finite are refused. A write that fails after the table and field were made
-// takes them back with it; one into an existing field leaves its value.
-TEST_F(DatabaseValues, FailedWriteLeavesTheDatabaseAsItWas) {
+    // Numbers that are not finite are refused. A write that fails after the table and field were made
+    // takes them back with it; one into an existing field leaves its value.
     db.write("T", "F", makeNumber(7));
     EXPECT_THAT(refusal("T", "F", makeNumber(INFINITY)), ::testing::AllOf(HasSubstr("T::F"), HasSubstr("not finite")));
     EXPECT_EQ(readBack("T", "F").number.value, 7);

@@ -9,11 +9,9 @@ namespace vdtest {
 namespace {
 
 TEST(DatabaseLocation, RemoteOnlyForPathsThatBeginWithFmnet) {
-    struct Case {
-        const char* path;
-        bool remote;
-    } cases[] = {{"fmnet:/host/a.vddb", true}, {"fmnet", true},          {"fmne", false},
-                 {"FMNET:/host/a", false},     {"file:/fmnet/a", false}, {"", false}};
+    struct Case { const char* path; bool remote; } cases[] = {
+        {"fmnet:/host/a.vddb", true}, {"fmnet", true}, {"fmne", false},
+        {"FMNET:/host/a", false}, {"file:/fmnet/a", false}, {"", false}};
     for (const auto& c : cases) EXPECT_EQ(vd::container::IsRemoteDatabasePath(c.path), c.remote) << c.path;
 }
 

@@ -15,20 +15,14 @@ namespace {
 using vd::container::MovieFromParameter;
 using vdtest::media::Ffmpeg;
 
+// The route to a file is what is tested here: one PCM file the plug-in reads itself, one it
+// converts first, one compressed.
 struct Format {
     const char* file;
     std::vector<std::string> ffmpegArguments;  // empty: written here as a WAV
     int bits;
 };
-
-const Format kFormats[] = {
-    {"u8.wav", {}, 8},
-    {"s16.wav", {}, 16},
-    {"s24.wav", {}, 24},
-    {"tone.aiff", {"-c:a", "pcm_s16be"}, 0},
-    {"tone.mp3", {"-c:a", "libmp3lame", "-b:a", "128k"}, 0},
-    {"tone.m4a", {"-c:a", "aac"}, 0},
-};
+const Format kFormats[] = {{"s16.wav", {}, 16}, {"s24.wav", {}, 24}, {"tone.m4a", {"-c:a", "aac"}, 0}};
 
 constexpr int64_t kFrames = 22050;  // half a second at 44100 Hz
 

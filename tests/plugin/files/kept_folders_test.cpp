@@ -15,12 +15,10 @@ using vd::files::IsKeptFolder;
 
 TEST(KeptFolders, TheRootWhatLiesDirectlyUnderItAndWhatHoldsAKeptFolder) {
     const std::vector<std::string> kept{"/home/ann", "/usr/share/applications"};
-    for (const char* path : {"/", "/etc", "/home/ann", "/usr/share", "/usr/share/applications"}) {
+    for (const char* path : {"/", "/etc", "/home/ann", "/usr/share", "/usr/share/applications"})
         EXPECT_TRUE(IsKeptFolder(path, kept)) << path;
-    }
-    for (const char* path : {"/home/ann/Documents", "/home/annex", "/usr/share/applications/a.desktop"}) {
+    for (const char* path : {"/home/ann/Documents", "/home/annex", "/usr/share/applications/a.desktop"})
         EXPECT_FALSE(IsKeptFolder(path, kept)) << path;
-    }
 }
 
 TEST(KeptFolders, TheMachinesOwnFoldersAreKeptWhicheverWayTheyAreReached) {
@@ -49,15 +47,12 @@ TEST_F(KeptSpecialFolders, SystemCodesAndTheirSpellingsResolveToKeptFolders) {
         EXPECT_TRUE(item.Exists()) << text;
         return CheckRemoval(item.Path()).kept;
     };
-    for (const char* text : {".S", ".P", ".T", ".F", "/tmp/../etc", "/usr//share/", "~/../.."}) {
+    for (const char* text : {".S", ".P", ".T", ".F", "/tmp/../etc", "/usr//share/", "~/../.."})
         EXPECT_TRUE(kept(text)) << text;
-    }
     // The user's own folders and what lies inside the kept ones are theirs to change.
-    for (const char* text : {".D", ".O", ".P/app.conf", ".X/old.txt"}) {
-        Write(Home() / ".config" / "app.conf");
-        Write(Home() / ".local" / "share" / "Trash" / "files" / "old.txt");
-        EXPECT_FALSE(kept(text)) << text;
-    }
+    Write(Home() / ".config" / "app.conf");
+    Write(Home() / ".local" / "share" / "Trash" / "files" / "old.txt");
+    for (const char* text : {".D", ".O", ".P/app.conf", ".X/old.txt"}) EXPECT_FALSE(kept(text)) << text;
 }
 
 // The one kept folder handed to the functions themselves: the home folder the fixture made.
@@ -65,11 +60,10 @@ TEST_F(KeptSpecialFolders, TheHomeFolderIsNeitherDeletedNorMovedNorRenamed) {
     Write(Home() / "keep me");
     fs::create_directory_symlink(root_.path(), Work() / "up");
     fs::create_directory_symlink(Home(), Work() / "link to home");
-    for (const std::string& path : {Home().string(), std::string("~/"), std::string("up/home"), Work().string() + "/../home"}) {
+    for (const std::string& path : {Home().string(), std::string("~/"), std::string("up/home"), Work().string() + "/../home"})
         EXPECT_EQ(Call(u"Vandrel_DeleteItem ( $a ; 1 )", {path}),
                   "$-54:Vandrel_DeleteItem: Cannot delete the root, the home folder or a system folder")
             << path;
-    }
     EXPECT_EQ(Call(u"Vandrel_MoveItem ( \"~/\" ; $a )", {Work().string()}),
               "$-54:Vandrel_MoveItem: Cannot move the root, the home folder or a system folder");
     EXPECT_EQ(Call(u"Vandrel_RenameItem ( \"up/home\" ; \"elsewhere\" )"),

@@ -42,10 +42,7 @@ protected:
 // The dynamic linker's own account (LD_DEBUG=files) names every library a run maps, whether the
 // program needed it or something loaded it with dlopen.
 TEST_F(LazyLoadingTest, EachLibraryIsLoadedByTheFirstCallThatNeedsItOnly) {
-    struct Case {
-        std::string calculation;
-        bool ffmpeg, vips;
-    };
+    struct Case { std::string calculation; bool ffmpeg, vips; };
     const Case cases[] = {
         {"1", false, false},
         {"Vandrel_CreateSound ( \"sine\" ; 1 ; 440 )", false, false},

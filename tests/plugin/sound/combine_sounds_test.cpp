@@ -25,11 +25,13 @@ protected:
 TEST(AverageSamplesTest, SixteenBitsRoundDownAndEightBitsShift) {
     const auto sowt = vd::media::PcmSoundDescription(vd::media::FourCC("sowt"), 2, 16, 44100);
     V a{1, -1, -3, 32767, -32768, 100}, b{0, 0, 0, 32767, -32768, -101};
-    std::vector<uint8_t> ab(reinterpret_cast<uint8_t*>(a.data()), reinterpret_cast<uint8_t*>(a.data()) + 12);
-    std::vector<uint8_t> bb(reinterpret_cast<uint8_t*>(b.data()), reinterpret_cast<uint8_t*>(b.data()) + 12);
+    const auto bytes = [](const V& v) {
+        const auto* bytes = reinterpret_cast<const uint8_t*>(v.data());
+        return std::vector<uint8_t>(bytes, bytes + 2 * v.size());
+    };
+    std::vector<uint8_t> ab = bytes(a), bb = bytes(b);
     ASSERT_EQ(vd::sound::AverageSamples(ab, bb, sowt), 0);
-    std::memcpy(b.data(), bb.data(), 12);
-    EXPECT_EQ(b, (V{0, -1, -2, 32767, -32768, -1}));  // floor of the half sum
+    EXPECT_EQ(bb, bytes(V{0, -1, -2, 32767, -32768, -1}));  // floor of the half sum
 
     std::vector<uint8_t> c{255, 0, 128, 1}, d{254, 0, 129, 2};
     ASSERT_EQ(vd::sound::AverageSamples(c, d, vd::media::PcmSoundDescription(vd::media::FourCC("raw "), 1, 8, 44100)), 0);
@@ -112,8 +114,6 @@ TEST_F(CombineSoundsTest, ExtractCutsToTheFrameAndRefusesABackwardRange) {
 TEST_F(CombineSoundsTest, CountsAreCheckedBeforeAnything) {
     const auto text = [](const char* s) { return vdhost::makeTextUtf8(s); };
     EXPECT_EQ(CallDirectly(4, {text("a")}), "$-50:Vandrel_AppendSound: This function requires exactly 2 parameters.");
-    EXPECT_EQ(CallDirectly(7, {text("a"), text("b"), text("c")}),
-              "$-50:Vandrel_MixSounds: This function requires exactly 2 parameters.");
     EXPECT_EQ(CallDirectly(5, {text("a"), text("b")}), "$-50:Vandrel_ExtractSound: This function expects 3 parameters.");
     EXPECT_EQ(CallDirectly(12, {text("a")}), "$-50:Vandrel_FadeSound: This function expects 5 parameters.");
 }

@@ -17,38 +17,26 @@ FadeRequest Request(double start, double end, float level, bool fadeIn) {
     return {time(start), time(end), level, fadeIn};
 }
 
-// A ten-second movie of time scale 600.
-Fade Sanitized(const FadeRequest& request) {
-    Fade fade;
-    EXPECT_EQ(SanitizeFade(request, 6000, 600, fade), 0);
-    return fade;
+// The fade made for a ten-second movie of time scale 600, as "start..end s: from>to".
+std::string Sanitized(const FadeRequest& request) {
+    Fade f;
+    EXPECT_EQ(SanitizeFade(request, 6000, 600, f), 0);
+    char text[64];
+    std::snprintf(text, sizeof text, "%g..%g s: %d>%d", double(f.start) / kSecond, double(f.end) / kSecond,
+                  int(f.fromVolume), int(f.toVolume));
+    return text;
 }
 
-TEST(SanitizeFadeTest, TimesCountBackFromTheEndAndAreOrdered) {
-    Fade f = Sanitized(Request(-2, 0, 1, false));  // start 8 s, end 0 s: after ordering 0 → 8 s
-    EXPECT_EQ(f.start, 0u);
-    EXPECT_EQ(f.end, 8 * kSecond);
-    EXPECT_EQ(f.fromVolume, 255);
-    EXPECT_EQ(f.toVolume, 0);
-    f = Sanitized(Request(2, -1, 0.5f, true));
-    EXPECT_EQ(f.start, 2 * kSecond);
-    EXPECT_EQ(f.end, 9 * kSecond);
-    EXPECT_EQ(f.fromVolume, 0);
-    EXPECT_EQ(f.toVolume, 127);  // 255 × 0.5, truncated
+TEST(SanitizeFadeTest, TimesCountBackFromTheEndAndLevelsFitTheDirection) {
+    EXPECT_EQ(Sanitized(Request(-2, 0, 1, false)), "0..8 s: 255>0");  // start 8 s, end 0 s: ordered 0 → 8 s
+    EXPECT_EQ(Sanitized(Request(2, -1, 0.5f, true)), "2..9 s: 0>127");  // 255 × 0.5, truncated
     // A start beyond the sound becomes its beginning, an end beyond it the end; -12 s is before 0.
-    f = Sanitized(Request(11, 30, 1, true));
-    EXPECT_EQ(f.start, 0u);
-    EXPECT_EQ(f.end, 10 * kSecond);
-    f = Sanitized(Request(-12, -12, 1, true));
-    EXPECT_EQ(f.start, 0u);
-    EXPECT_EQ(f.end, 10 * kSecond);
-}
-
-TEST(SanitizeFadeTest, LevelsOutsideZeroToOneDependOnTheDirection) {
-    EXPECT_EQ(Sanitized(Request(0, 1, 1.5f, true)).toVolume, 0);  // fade in to nothing
-    EXPECT_EQ(Sanitized(Request(0, 1, 1.5f, true)).fromVolume, 0);
-    EXPECT_EQ(Sanitized(Request(0, 1, -0.1f, false)).fromVolume, 255);
-    EXPECT_EQ(Sanitized(Request(0, 1, 0.0f, false)).fromVolume, 0);
+    EXPECT_EQ(Sanitized(Request(11, 30, 1, true)), "0..10 s: 0>255");
+    EXPECT_EQ(Sanitized(Request(-12, -12, 1, true)), "0..10 s: 0>255");
+    // Levels outside 0 to 1 depend on the direction.
+    EXPECT_EQ(Sanitized(Request(0, 1, 1.5f, true)), "0..1 s: 0>0");  // fade in to nothing
+    EXPECT_EQ(Sanitized(Request(0, 1, -0.1f, false)), "0..1 s: 255>0");
+    EXPECT_EQ(Sanitized(Request(0, 1, 0.0f, false)), "0..1 s: 0>0");
     Fade fade;
     EXPECT_EQ(SanitizeFade(Request(0, 1, 1, true), 6000, 0, fade), -50);
 }

@@ -26,30 +26,11 @@ const std::string kReport =
     "      Bits:16\r"
     "  Note without colon";
 
-TEST(ExtractInfoLines, NumbersCountOrPickLines) {
-    struct Case {
-        const char* key;
-        int32_t code;
-        const char* value;
-    } cases[] = {
+// A number counts (0 or nothing) or picks a line; a label path descends by indentation, units dropped.
+TEST(ExtractInfo, LineNumbersAndLabelPaths) {
+    struct Case { const char* key; int32_t code; const char* value; } cases[] = {
         {"", 0, "16"}, {"\t 0 ", 0, "16"}, {"1", 0, "/tmp/a.wav"}, {"16", 0, "  Note without colon"},
         {"17", -1, "Could not copy indexed line."},  {"99999999999", -50, ""},
-    };
-    for (const auto& c : cases) {
-        auto r = ExtractInfo(kReport, c.key);
-        EXPECT_EQ(r.code, c.code) << c.key;
-        EXPECT_EQ(r.value, c.value) << c.key;
-    }
-    EXPECT_EQ(ExtractInfo("", "").value, "1");  // an empty text has one line
-    EXPECT_EQ(ExtractInfo("a\rb\r", "0").value, "3");
-}
-
-TEST(ExtractInfoLabels, PathsDescendByIndentationAndDropUnits) {
-    struct Case {
-        const char* key;
-        int32_t code;
-        const char* value;
-    } cases[] = {
         {"Track 1/Media/Sample Description 1/Sample Rate (Hz)", 0, "44100"},
         {" Track 1/Media/Sample Description 1/Sample Rate (kHz)  ", 0, "44100"},
         {"Track 1/Enabled", 0, "yes"},
@@ -66,6 +47,8 @@ TEST(ExtractInfoLabels, PathsDescendByIndentationAndDropUnits) {
         EXPECT_EQ(r.code, c.code) << c.key;
         EXPECT_EQ(r.value, c.value) << c.key;
     }
+    EXPECT_EQ(ExtractInfo("", "").value, "1");  // an empty text has one line
+    EXPECT_EQ(ExtractInfo("a\rb\r", "0").value, "3");
 }
 
 using ExtractInfoFunction = SoundSessionTest;

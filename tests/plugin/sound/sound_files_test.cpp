@@ -47,13 +47,13 @@ TEST_F(SoundFilesTest, TemporaryNamesCarryTheTickAndWaitForTheNext) {
     ASSERT_EQ(TemporaryFile::Create(".wav", first), 0);
     ASSERT_EQ(TemporaryFile::Create(".wav", second), 0);
     const uint32_t after = TickCount();
-    std::smatch m;
-    const std::string name1 = std::filesystem::path(first.Path()).filename();
-    const std::string name2 = std::filesystem::path(second.Path()).filename();
-    ASSERT_TRUE(std::regex_match(name1, m, std::regex("temp-([0-9]+)\\.wav"))) << name1;
-    const uint32_t tick1 = uint32_t(std::stoul(m[1]));
-    ASSERT_TRUE(std::regex_match(name2, m, std::regex("temp-([0-9]+)\\.wav"))) << name2;
-    const uint32_t tick2 = uint32_t(std::stoul(m[1]));
+    const auto tickOf = [](const TemporaryFile& file) -> uint32_t {
+        const std::string name = std::filesystem::path(file.Path()).filename();
+        std::smatch m;
+        EXPECT_TRUE(std::regex_match(name, m, std::regex("temp-([0-9]+)\\.wav"))) << name;
+        return m.empty() ? 0 : uint32_t(std::stoul(m[1]));
+    };
+    const uint32_t tick1 = tickOf(first), tick2 = tickOf(second);
     EXPECT_LE(before, tick1);
     EXPECT_LT(tick1, tick2);  // the same tick's name was taken: the second waited for the next
     EXPECT_LE(tick2, after);
@@ -92,9 +92,7 @@ TEST_F(SoundFilesTest, OwnersRemoveTheirFilesUnlessHandedOn) {
     TemporaryFile none;
     EXPECT_NE(TemporaryFile::Create(".wav", none), 0);
     EXPECT_FALSE(none.Held());
-}
-
-TEST_F(SoundFilesTest, DeletingRefusesFolders) {
+    // Deleting refuses folders.
     std::filesystem::create_directories(Data() / "folder");
     EXPECT_EQ(DeleteFile(Path("folder")), -1302);
     EXPECT_TRUE(std::filesystem::exists(Data() / "folder"));
@@ -127,8 +125,7 @@ TEST_F(SoundFilesTest, EnsuringPcmConvertsOnlyWhatNeedsIt) {
         std::string file;
         ASSERT_EQ(FileOfMovie(mp3.movie, file), 0);
         EXPECT_EQ(file, mp3.backing.Path());
-        const auto& d = mp3.movie.FirstSoundTrack()->media.Descriptions().at(0);
-        EXPECT_TRUE(vd::media::IsCdQualitySowt(d));
+        EXPECT_TRUE(vd::media::IsCdQualitySowt(mp3.movie.FirstSoundTrack()->media.Descriptions().at(0)));
 
         SoundMovie in24 = Open("s24.wav");
         ASSERT_EQ(EnsurePcm(in24), 0);
@@ -178,8 +175,7 @@ TEST_F(SoundFilesTest, Mp3IsKnownByNameOrTypeCode) {
     writeFile(Path("mp3"), "x");
     EXPECT_FALSE(IsMp3File(Path("mp3")));  // three characters: the type code decides
     EXPECT_FALSE(IsMp3File(Path("missing.aif")));
-    for (const char* type : {"MPG3", "mp3!"})
-        EXPECT_TRUE(IsMp3FileType(vdhost::fourCharCode(type))) << type;
+    for (const char* type : {"MPG3", "mp3!"}) EXPECT_TRUE(IsMp3FileType(vdhost::fourCharCode(type))) << type;
     EXPECT_FALSE(IsMp3FileType(FourCC("WAVE")));
 
     std::string info(32, '\0');
@@ -206,8 +202,7 @@ TEST_F(SoundFilesTest, AFunctionsTemporaryFilesAreGoneWhenItReturns) {
             EXPECT_EQ(input.Converted(), std::string(name) != "s16.wav");
             ASSERT_EQ(StoreSoundResult(&result, std::move(input.movie)), 0);
         }
-        const std::string snd = SoundStreamOf(result);
-        EXPECT_NEAR(double(snd.size()), 42.0 + frames, 2000);
+        EXPECT_NEAR(double(SoundStreamOf(result).size()), 42.0 + frames, 2000);
         EXPECT_TRUE(LeftoverTemporaryFiles().empty());
         EXPECT_EQ(media::OpenDescriptors(), descriptors);
     }

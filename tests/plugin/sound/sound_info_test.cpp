@@ -43,24 +43,13 @@ TEST_F(SoundInfoTest, WavReportHasEveryLineInOrder) {
     std::vector<std::string> lines = Lines(report);
     for (auto& line : lines) line = MaskDate(line);
     const std::vector<std::string> expected{
-        "Format: WAVE",
-        "Track 1",
-        "  Volume: 256",
-        "  Duration (s): 000:00:01.000",
-        "  Creation Date (ts): <date>",
-        "  Modification Date (ts): <date>",
-        "  Media",
-        "    Media Duration (s): 000:00:01.000",
-        "    Media Creation Date (ts): <date>",
-        "    Media Modification Date (ts): <date>",
-        "    Media Language: 0",
-        "    Media Quality: 0",
-        "    Sample Description 1",
-        "      Sample Format: sowt",
-        "      Number of Channels: 2",
-        "      Sample Size (b): 16",
-        "      Sample Rate (Hz): 44100",
-        "      Bit Rate (kbps): 1411",
+        "Format: WAVE", "Track 1", "  Volume: 256", "  Duration (s): 000:00:01.000",
+        "  Creation Date (ts): <date>", "  Modification Date (ts): <date>",
+        "  Media", "    Media Duration (s): 000:00:01.000",
+        "    Media Creation Date (ts): <date>", "    Media Modification Date (ts): <date>",
+        "    Media Language: 0", "    Media Quality: 0",
+        "    Sample Description 1", "      Sample Format: sowt", "      Number of Channels: 2",
+        "      Sample Size (b): 16", "      Sample Rate (Hz): 44100", "      Bit Rate (kbps): 1411",
     };
     EXPECT_EQ(lines, expected) << report;
     EXPECT_EQ(report.back(), '\r');
@@ -72,62 +61,26 @@ TEST_F(SoundInfoTest, WavReportHasEveryLineInOrder) {
               "44100");
 }
 
-TEST_F(SoundInfoTest, CompressedAndOtherContainersReportTheirOwnFormats) {
+TEST_F(SoundInfoTest, CompressedFormatsReportTheirOwnFieldsAndTheDurationsTheEditsProduce) {
     VD_REQUIRE_FFMPEG();
     const std::string wav = Write("source.wav", SineWav(44100, 2));
-    // (AIFF's report reads like the WAV one; its codes are pinned where files are opened.)
-    const auto mp3 = Data() / "tone.mp3", aac = Data() / "tone.m4a", alac = Data() / "tone24.m4a";
+    // (Other formats' codes are pinned where files are opened; the report prints what they give.)
+    const auto mp3 = Data() / "tone.mp3", alac = Data() / "tone24.m4a";
     Ffmpeg({"-i", wav, "-c:a", "libmp3lame", "-b:a", "128k", mp3.string()});
-    Ffmpeg({"-i", wav, "-c:a", "aac", "-b:a", "96k", aac.string()});
     Ffmpeg({"-i", wav, "-c:a", "alac", "-sample_fmt", "s32p", alac.string()});
 
     const std::string m = Info(mp3.string());
     EXPECT_EQ(Field(m, "Format"), "MP3 ");
     EXPECT_EQ(Field(m, "      Bit Rate (kbps)"), "128");
 
-    const std::string c = Info(aac.string());
-    EXPECT_EQ(Field(c, "Format"), "M4A ");
-    const int kbps = std::atoi(Field(c, "      Bit Rate (kbps)").c_str());
-    EXPECT_GT(kbps, 60) << c;
-    EXPECT_LT(kbps, 130) << c;
-
     // Apple Lossless reports the bit depth of the sound it holds.
     const std::string l = Info(alac.string());
     EXPECT_EQ(Field(l, "      Sample Format"), "alac");
     EXPECT_EQ(Field(l, "      Sample Size (b)"), "24");
     EXPECT_TRUE(LeftoverTemporaryFiles().empty());
-}
 
-TEST_F(SoundInfoTest, FormatsAndSampleSizesAreTheFilesOwn) {
-    VD_REQUIRE_FFMPEG();
-    const std::string wav = Write("source.wav", SineWav(8000, 1, 8000));
-    struct Case {
-        const char* file;
-        std::vector<std::string> encoding;
-        const char *format, *sampleFormat, *sampleSize;
-    } cases[] = {
-        {"tone.wv", {"-c:a", "wavpack"}, "WVPK", "wvpk", "16"},
-        {"imaadpcm.wav", {"-c:a", "adpcm_ima_wav"}, "WAVE", "dvi ", "16"},
-        {"s64.wav", {"-c:a", "pcm_s64le"}, "WAVE", "in64", "64"},
-    };
-    for (const auto& c : cases) {
-        std::vector<std::string> arguments{"-i", wav};
-        arguments.insert(arguments.end(), c.encoding.begin(), c.encoding.end());
-        arguments.push_back(Path(c.file));
-        Ffmpeg(arguments);
-        const std::string report = Info(Path(c.file));
-        EXPECT_EQ(Field(report, "Format"), c.format) << report;
-        EXPECT_EQ(Field(report, "      Sample Format"), c.sampleFormat) << report;
-        EXPECT_EQ(Field(report, "      Sample Size (b)"), c.sampleSize) << report;
-    }
-}
-
-TEST_F(SoundInfoTest, CompressedDurationsAreWhatTheEditsProduce) {
-    VD_REQUIRE_FFMPEG();
-    // One second: the MP3's frames of 1152 and the Apple Lossless packets of 4096 both hold more,
-    // which the decoder drops as the edits read the sound.
-    const std::string wav = Write("source.wav", SineWav(44100, 2));
-    Ffmpeg({"-i", wav, "-c:a", "libmp3lame", Path("tone.mp3")});
+    // Durations are what the edits produce. One second: the MP3's frames of 1152 and the Apple
+    // Lossless packets of 4096 both hold more, which the decoder drops as the edits read the sound.
     Ffmpeg({"-i", wav, "-c:a", "alac", Path("tone.caf")});
     for (const char* file : {"tone.mp3", "tone.caf"}) {
         const std::string report = Info(Path(file));
@@ -172,10 +125,8 @@ TEST_F(SoundInfoTest, SoundsWithoutAFileAndFilesWithoutSound) {
 
 TEST(SoundInfoReport, AnOverlongReportIsCutNotRefused) {
     TempFolder folder;
-    const auto path = folder / "tone.wav";
-    writeFile(path, SineWav(100, 2));
-    vd::media::Movie movie;
-    ASSERT_EQ(vd::media::MovieFromFile(path.string(), movie), 0);
+    writeFile(folder / "tone.wav", SineWav(100, 2));
+    const vd::media::Movie movie = OpenedMovie(folder / "tone.wav");
     std::string full, cut;
     ASSERT_EQ(vd::sound::SoundInfoReport(movie, full), 0);
     ASSERT_EQ(vd::sound::SoundInfoReport(movie, cut, 100), 0);

@@ -19,6 +19,11 @@ namespace vd::sound {
 namespace {
 
 int16_t Be16(const std::vector<uint8_t>& b, size_t sample) { return int16_t(b[2 * sample] << 8 | b[2 * sample + 1]); }
+float Float32(const std::vector<uint8_t>& b, size_t sample) {
+    float f = 0;
+    std::memcpy(&f, b.data() + 4 * sample, 4);
+    return f;
+}
 
 std::vector<uint8_t> Tone(uint16_t flags, size_t frames, double frequency, double* phase = nullptr) {
     const size_t size = frames * size_t(BytesPerSample(flags)) * (IsStereo(flags) ? 2 : 1);
@@ -27,21 +32,17 @@ std::vector<uint8_t> Tone(uint16_t flags, size_t frames, double frequency, doubl
     return block;
 }
 
-TEST(SynthWaveformNames, WholeNamesInAnyCase) {
+TEST(SynthNames, WaveformsInAnyCaseAndNotesByTableLetterAndLimit) {
     const std::pair<const char*, uint16_t> names[] = {
         {"SINE", kSine}, {"sin", kSine}, {"Rectangle", kSquare}, {"saw", kSawtooth}, {"NONE", kSilence}, {"noise", kNoise}};
     for (const auto& [name, code] : names) EXPECT_EQ(WaveformCodeFromName(name), code) << name;
     for (const char* bad : {"sines", " sine", ""}) EXPECT_FALSE(WaveformCodeFromName(bad)) << bad;
-}
-
-TEST(SynthNotes, TableLettersAndLimits) {
+    // Notes: the table, its letters and its limits.
     // The ends of the table and A4 are pinned by the names below.
     EXPECT_FLOAT_EQ(NoteTableEntry(36), 261.63f);
     EXPECT_FLOAT_EQ(NoteTableEntry(48), 523.25f);
-    struct Case {
-        const char* name;
-        float hertz;
-    } cases[] = {{"H4", 493.88f}, {"B4", 466.16f}, {"Eb4", 311.13f}, {"Cb4", 246.94f}, {"a4x", 440.0f}, {"B#8", 7902.1f}};
+    struct Case { const char* name; float hertz; } cases[] = {
+        {"H4", 493.88f}, {"B4", 466.16f}, {"Eb4", 311.13f}, {"Cb4", 246.94f}, {"a4x", 440.0f}, {"B#8", 7902.1f}};
     for (const Case& c : cases) {
         auto note = NoteFrequencyFromName(c.name);
         ASSERT_TRUE(note) << c.name;
@@ -76,10 +77,7 @@ TEST(SynthGenerators, SineStartsAtZeroAndMonoKeepsItsOffset) {
     auto eight = Tone(kSine | kSample8 | kRightChannel, 30, 440);
     EXPECT_EQ(eight[2 * 20], 128);
     EXPECT_NE(eight[2 * 20 + 1], 128);
-    auto floats = Tone(kSine | kSampleFloat32, 30, 440);
-    float f = 0;
-    std::memcpy(&f, floats.data() + 4 * 20, 4);
-    EXPECT_FLOAT_EQ(f, float(std::sin(20 * (2 * M_PI / 44100) * 440)));
+    EXPECT_FLOAT_EQ(Float32(Tone(kSine | kSampleFloat32, 30, 440), 20), float(std::sin(20 * (2 * M_PI / 44100) * 440)));
 }
 
 TEST(SynthGenerators, SquareHalvesEachPeriodStartingLow) {
@@ -116,10 +114,8 @@ TEST(SynthGenerators, NoiseIsUnseededRandAndSilenceIsCentre) {
     for (size_t i = 0; i < 8; ++i) EXPECT_EQ(uint16_t(Be16(noise, i)), uint16_t(expected[i])) << i;
     EXPECT_NE(Be16(noise, 0), Be16(noise, 1));
 
-    auto silence8 = Tone(kSilence | kSample8 | kLeftChannel | kRightChannel, 5, 440);
-    EXPECT_EQ(silence8, std::vector<uint8_t>(10, 128));
-    auto silence16 = Tone(kSilence | kSample16, 5, 440);
-    EXPECT_EQ(silence16, std::vector<uint8_t>(10, 0));
+    EXPECT_EQ(Tone(kSilence | kSample8 | kLeftChannel | kRightChannel, 5, 440), std::vector<uint8_t>(10, 128));
+    EXPECT_EQ(Tone(kSilence | kSample16, 5, 440), std::vector<uint8_t>(10, 0));
     // An unknown size code writes nothing at all.
     std::vector<uint8_t> untouched(8, 0xAA);
     GenerateTone(kSine | 0x0030, 44100, 440, untouched, nullptr);
@@ -128,10 +124,7 @@ TEST(SynthGenerators, NoiseIsUnseededRandAndSilenceIsCentre) {
 
 TEST(SynthGenerators, PhaseAccumulatorCarriesTheSineOn) {
     double phase = 0.5;
-    auto first = Tone(kSine | kSampleFloat32, 10, 441, &phase);
-    float f0 = 0;
-    std::memcpy(&f0, first.data(), 4);
-    EXPECT_FLOAT_EQ(f0, float(std::sin(0.5)));
+    EXPECT_FLOAT_EQ(Float32(Tone(kSine | kSampleFloat32, 10, 441, &phase), 0), float(std::sin(0.5)));
     EXPECT_DOUBLE_EQ(phase, 0.5 + 10.0 / 44100 * 441 * 2 * M_PI);
     double squarePhase = 1.0;
     Tone(kSquare | kSample8, 100, 441, &squarePhase);
@@ -147,9 +140,8 @@ TEST(SynthMovies, SegmentsAreDescribedAndTimedAsBefore) {
     const media::Track& track = *movie.FirstSoundTrack();
     EXPECT_EQ(track.media.timeScale, 44100);
     EXPECT_EQ(track.media.Duration(), 22050);
-    const media::SampleDescription& d = track.media.Descriptions().at(0);
-    EXPECT_EQ(d.dataFormat, media::FourCC("twos"));
-    EXPECT_EQ(d.numberOfChannels, 2);
+    EXPECT_EQ(track.media.Descriptions().at(0).dataFormat, media::FourCC("twos"));
+    EXPECT_EQ(track.media.Descriptions().at(0).numberOfChannels, 2);
 
     media::Movie eight;
     ASSERT_EQ(GenerateSoundMovie(kFixedOne, 22050u << 16, 440u << 16, kSine | kSample8, eight), 0);

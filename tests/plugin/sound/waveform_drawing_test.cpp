@@ -26,10 +26,7 @@ constexpr Rgba kRed{255, 0, 0, 255};
 constexpr int32_t kAll = WaveformSelection::kAllChannels;
 
 TEST(WaveformSelector, TracksChannelsAndKeywords) {
-    struct Case {
-        const char* text;
-        int32_t track, channel;
-    } good[] = {
+    struct Case { const char* text; int32_t track, channel; } good[] = {
         {" \r +2", 2, kAll}, {"1/left", 1, 0}, {"1/Right \r", 1, 1}, {"1/all", 1, kAll}, {"3/2", 3, 2}, {"0", 0, kAll},
         {"99999999999/1", std::numeric_limits<int32_t>::max(), 1},
     };
@@ -67,17 +64,14 @@ std::string Column(const PixelBuffer& p, int32_t x) {
     }
     return rows;
 }
+std::string W(int32_t rows) { return std::string(size_t(rows), 'W'); }
+std::string B(int32_t rows) { return std::string(size_t(rows), 'B'); }
 
 TEST(WaveformLayout, BandsSitBelowTheirMarginsAndTheLastColumnStaysOut) {
     // Two channels in 100 rows: bands of 40, plotting rows 20-39 and 60-79, margins white.
-    std::vector<int16_t> silence(2 * 50, 0);
-    PixelBuffer p = Draw(10, 100, silence, 2, {0, 1});
-    const std::string column = Column(p, 3);
-    EXPECT_EQ(column.substr(0, 20), std::string(20, 'W'));
-    EXPECT_EQ(column.substr(40, 20), std::string(20, 'W'));
-    EXPECT_EQ(column.substr(80), std::string(20, 'W'));
     // Silence sits at row top + 10 of a 20-row area.
-    EXPECT_EQ(column.substr(20, 20), std::string(10, 'B') + "R" + std::string(9, 'B'));
+    PixelBuffer p = Draw(10, 100, std::vector<int16_t>(2 * 50, 0), 2, {0, 1});
+    EXPECT_EQ(Column(p, 3), W(20) + B(10) + "R" + B(9) + W(20) + B(10) + "R" + B(9) + W(20));
     // The last column gets no background (it is not stored); the curve still crosses it.
     EXPECT_EQ(Column(p, 9).find('B'), std::string::npos);
 
@@ -85,21 +79,15 @@ TEST(WaveformLayout, BandsSitBelowTheirMarginsAndTheLastColumnStaysOut) {
     EXPECT_FALSE(WaveformBands(40, 1).Fit());
 }
 
-TEST(WaveformLayout, ExtremeSamplesTouchTheEdgesOfThePlottingArea) {
+TEST(WaveformLayout, ExtremeSamplesTouchTheEdgesOfTheirChannelsPlottingArea) {
     // One channel of 60 rows: plotting rows 20-39. Constant sounds draw one row each.
-    struct Case {
-        int16_t sample;
-        int32_t row;
-    } cases[] = {{32767, 20}, {-32768, 20}, {-32767, 39}, {0, 30}, {16384, 25}};
-    for (const auto& c : cases) {
-        PixelBuffer p = Draw(8, 60, std::vector<int16_t>(4, c.sample), 1, {0});
-        EXPECT_EQ(Column(p, 4), std::string(20, 'W') + std::string(size_t(c.row - 20), 'B') + "R" +
-                                    std::string(size_t(39 - c.row), 'B') + std::string(20, 'W'))
+    struct Case { int16_t sample; int32_t row; } cases[] = {
+        {32767, 20}, {-32768, 20}, {-32767, 39}, {0, 30}, {16384, 25}};
+    for (const auto& c : cases)
+        EXPECT_EQ(Column(Draw(8, 60, std::vector<int16_t>(4, c.sample), 1, {0}), 4),
+                  W(20) + B(c.row - 20) + "R" + B(39 - c.row) + W(20))
             << c.sample;
-    }
-}
-
-TEST(WaveformLayout, ChannelsKeepTheirOwnBandsAndSelectionsDrawOne) {
+    // Channels keep their own bands, and a selection draws one.
     // Left loud and positive, right loud and negative.
     std::vector<int16_t> frames;
     for (int i = 0; i < 20; ++i) frames.insert(frames.end(), {32767, -32767});
@@ -109,7 +97,7 @@ TEST(WaveformLayout, ChannelsKeepTheirOwnBandsAndSelectionsDrawOne) {
     EXPECT_EQ(both.PixelAt(5, 39), kBlue);
     PixelBuffer right = Draw(10, 100, frames, 2, {1});
     // One band of 80 rows: plotting rows 20-79; the right channel sits at its bottom.
-    EXPECT_EQ(Column(right, 5), std::string(20, 'W') + std::string(59, 'B') + "R" + std::string(20, 'W'));
+    EXPECT_EQ(Column(right, 5), W(20) + B(59) + "R" + W(20));
 }
 
 TEST(WaveformDrawing, ShortSoundsArePolylinesThroughTheirSamples) {
@@ -128,7 +116,7 @@ TEST(WaveformDrawing, ShortSoundsArePolylinesThroughTheirSamples) {
     for (int32_t x = 0; x < 8; ++x) EXPECT_EQ(Column(drawn, x), Column(*expected, x)) << "column " << x;
 }
 
-TEST(WaveformDrawing, LongSoundsAreOneMinMaxStrokePerColumn) {
+TEST(WaveformDrawing, LongSoundsAreOneMinMaxStrokePerColumnUpToTheRightEdge) {
     // 5000 samples across 5 pixels: column c holds samples 1000c - 1 to 1000c + 998. Column 1 has a
     // peak, column 2 a trough, column 3 a -32768 (drawn as a peak); every other sample is silence
     // (row 30 of plotting rows 20-39).
@@ -137,14 +125,22 @@ TEST(WaveformDrawing, LongSoundsAreOneMinMaxStrokePerColumn) {
     samples[2500] = -32767;
     samples[3500] = -32768;
     PixelBuffer p = Draw(5, 60, samples, 1, {0});
-    const std::string margin(20, 'W');
-    EXPECT_EQ(Column(p, 0), margin + std::string(10, 'B') + "R" + std::string(9, 'B') + margin);
-    EXPECT_EQ(Column(p, 1), margin + std::string(11, 'R') + std::string(9, 'B') + margin);
-    EXPECT_EQ(Column(p, 2), margin + std::string(10, 'B') + std::string(10, 'R') + margin);
-    EXPECT_EQ(Column(p, 3), margin + std::string(11, 'R') + std::string(9, 'B') + margin);
+    EXPECT_EQ(Column(p, 0), W(20) + B(10) + "R" + B(9) + W(20));
+    EXPECT_EQ(Column(p, 1), W(20) + std::string(11, 'R') + B(9) + W(20));
+    EXPECT_EQ(Column(p, 2), W(20) + B(10) + std::string(10, 'R') + W(20));
+    EXPECT_EQ(Column(p, 3), W(20) + std::string(11, 'R') + B(9) + W(20));
     // The last column is still being gathered when the sound ends: only the line into it is drawn
     // (and it has no background: it is outside the stored picture).
-    EXPECT_EQ(Column(p, 4).substr(20, 20), std::string(10, 'W') + "R" + std::string(9, 'W'));
+    EXPECT_EQ(Column(p, 4).substr(20, 20), W(10) + "R" + W(9));
+    // 30 million frames: a single-precision running sum of the step would stall far short of the
+    // right edge; every column but the last must hold the curve.
+    const int64_t frames = 30'000'000;
+    std::vector<int16_t> block(1 << 16, 0);
+    auto picture = PixelBuffer::Make(1800, 60);
+    WaveformPainter painter(*picture, {0}, 1, frames, WaveformColors{kRed, kBlue});
+    for (int64_t first = 0; first < frames; first += int64_t(block.size()))
+        painter.Feed(block.data(), std::min<int64_t>(int64_t(block.size()), frames - first));
+    for (int32_t x = 0; x < 1799; ++x) ASSERT_EQ(picture->PixelAt(x, 30), kRed) << x;
 }
 
 TEST(WaveformDrawing, BlockBoundariesDoNotChangeThePicture) {
@@ -161,18 +157,6 @@ TEST(WaveformDrawing, BlockBoundariesDoNotChangeThePicture) {
             for (int32_t x = 0; x < 300; ++x) ASSERT_EQ(Column(pieces, x), Column(whole, x)) << frames << "/" << block;
         }
     }
-}
-
-TEST(WaveformDrawing, LongSoundsReachTheRightEdge) {
-    // 30 million frames: a single-precision running sum of the step would stall far short of the
-    // right edge; every column but the last must hold the curve.
-    const int64_t frames = 30'000'000;
-    std::vector<int16_t> block(1 << 16, 0);
-    auto picture = PixelBuffer::Make(1800, 60);
-    WaveformPainter painter(*picture, {0}, 1, frames, WaveformColors{kRed, kBlue});
-    for (int64_t first = 0; first < frames; first += int64_t(block.size()))
-        painter.Feed(block.data(), std::min<int64_t>(int64_t(block.size()), frames - first));
-    for (int32_t x = 0; x < 1799; ++x) ASSERT_EQ(picture->PixelAt(x, 30), kRed) << x;
 }
 
 }  // namespace

@@ -30,21 +30,16 @@ protected:
     // The picture of a result: its "JPEG" stream (which must come first, then "SIZE") decoded.
     vd::platform::DecodedImage Picture(const FMX_Data& result, int expectWidth, int expectHeight) {
         vd::platform::DecodedImage image;
-        EXPECT_TRUE(vdhost::isContainer(result)) << LastError();
-        if (!vdhost::isContainer(result)) return image;
         const auto& streams = result.binary.streams;
-        EXPECT_EQ(streams.size(), 2u);
-        if (streams.size() != 2) return image;
-        EXPECT_EQ(vdhost::fourCharText(streams[0].type), "JPEG");
-        EXPECT_EQ(vdhost::fourCharText(streams[1].type), "SIZE");
-        const auto& size = *streams[1].bytes;
-        EXPECT_EQ(std::vector<uint8_t>(size.begin(), size.end()),
-                  (std::vector<uint8_t>{uint8_t(expectWidth >> 8), uint8_t(expectWidth), uint8_t(expectHeight >> 8),
-                                        uint8_t(expectHeight)}));
+        const bool twoStreams = vdhost::isContainer(result) && streams.size() == 2;
+        EXPECT_TRUE(twoStreams) << LastError();
+        if (!twoStreams) return image;
+        EXPECT_EQ(vdhost::fourCharText(streams[0].type) + vdhost::fourCharText(streams[1].type), "JPEGSIZE");
+        EXPECT_EQ(*streams[1].bytes, (vdhost::Bytes{uint8_t(expectWidth >> 8), uint8_t(expectWidth),
+                                                    uint8_t(expectHeight >> 8), uint8_t(expectHeight)}));
         const auto& jpeg = *streams[0].bytes;
         EXPECT_EQ(vd::platform::DecodeImage(jpeg.data(), jpeg.size(), image), 0);
-        EXPECT_EQ(image.width, expectWidth);
-        EXPECT_EQ(image.height, expectHeight);
+        EXPECT_EQ(std::pair(image.width, image.height), std::pair(expectWidth, expectHeight));
         return image;
     }
 };
@@ -115,19 +110,13 @@ TEST_F(WaveformFunctionTest, EverySoundTrackOfACompressedFileCanBeDrawn) {
     // The curve's centre row is drawn either way; 15 rows above it only the loud track reaches.
     EXPECT_EQ(Rows(Picture(Draw(both.string(), "2/LEFT", 300, 200), 299, 199), 150, {85, 100}), "RR");
     EXPECT_EQ(Rows(Picture(Draw(both.string(), "1/LEFT", 300, 200), 299, 199), 150, {85, 100}), "BR");
-    Draw(both.string(), "3", 300, 200);
-    EXPECT_EQ(LastError(), "$-2028:Vandrel_DrawWaveform: No such track exists.");
     EXPECT_TRUE(LeftoverTemporaryFiles().empty());
 }
 
 TEST_F(WaveformFunctionTest, RefusalsLeaveNoResultAndSayWhy) {
     const std::string stereo = Write("stereo.wav", SineWav(4410, 2));
     const std::string eightBit = Write("eight.wav", SineWav(4410, 1, 44100, 8));
-    struct Case {
-        std::string path, selector;
-        double width, height;
-        std::string start, wave, status;
-    } cases[] = {
+    struct Case { std::string path, selector; double width, height; std::string start, wave, status; } cases[] = {
         {stereo, "1/2", 300, 200, "", "red", "$-205:Vandrel_DrawWaveform: Bad sound channel."},
         {stereo, "1/RIGHTER", 300, 200, "", "red",
          "$-50:Vandrel_DrawWaveform: Invalid track/channel specified in parameter #2."},

@@ -11,14 +11,9 @@ using vd::util::FormatDateTime;
 using vd::util::FormatDuration;
 
 TEST(DurationTextTest, Layout) {
-    struct Case {
-        int32_t value;
-        int32_t scale;
-        const char* text;
-    };
+    struct Case { int32_t value; int32_t scale; const char* text; };
     const Case cases[] = {
-        {1500, 1000, "000:00:01.500"},
-        {44100 * 61, 44100, "000:01:01.000"},
+        {1500, 1000, "000:00:01.500"}, {44100 * 61, 44100, "000:01:01.000"},
         {3600 * 59 + 59 * 60 + 59, 1, "059:59:59.000"},
         {61 * 3600, 1, "001:00:00.000"},         // hours wrap at 60
         {59999, 60000, "000:00:00.1000"},        // rounds to 1000 ms, no carry into the seconds

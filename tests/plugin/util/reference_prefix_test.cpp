@@ -8,10 +8,7 @@ using vd::util::AppendPlatformPrefix;
 using vd::util::ReferencePrefix;
 
 TEST(ReferencePrefixTest, FirstMatchingWordWinsAndOnlyTheWordIsCompared) {
-    struct Case {
-        const char* text;
-        const char* word;
-    };
+    struct Case { const char* text; const char* word; };
     const Case cases[] = {
         {"moviemac:/Users/a.mov", "moviemac"}, {"imagewin:/C:/a.jpg", "imagewin"}, {"filenet:/s/a", "filenet"},
         // The loose match: the character after the word is the caller's business.
@@ -20,9 +17,7 @@ TEST(ReferencePrefixTest, FirstMatchingWordWinsAndOnlyTheWordIsCompared) {
         {"Movie:a", ""},                       {" file:a", ""},                    {"mov", ""},
     };
     for (const Case& c : cases) EXPECT_EQ(ReferencePrefix(c.text), c.word) << c.text;
-}
-
-TEST(ReferencePrefixTest, PlatformPrefixIsTheWordAndMacColon) {
+    // The platform prefix is the word and "mac:".
     std::string text = "x";
     EXPECT_TRUE(AppendPlatformPrefix(text, "image"));
     EXPECT_EQ(text, "ximagemac:");

@@ -17,32 +17,22 @@ using vd::util::SignedFixedTime;
 using vd::util::SignedTimeFromSeconds;
 using vd::util::TimeFromSeconds;
 
-TEST(TimeTextTest, ValidTexts) {
-    struct Case {
-        const char* text;
-        uint32_t fixed;
-    };
+TEST(TimeTextTest, ValidAndInvalidTexts) {
+    struct Case { const char* text; uint32_t fixed; };
     const Case cases[] = {
-        {".25", 0x4000},
-        {"2.", 0x20000},
+        {".25", 0x4000}, {"2.", 0x20000},
         {"0.0000152587890625", 1},            // exactly 1/65536
         {"0.0000152587890624999999999", 0},   // just below it
-        {"0.99999999999999999999", 0xFFFF},
-        {"01:02:03.5", (3723u << 16) + 0x8000},
+        {"0.99999999999999999999", 0xFFFF}, {"01:02:03.5", (3723u << 16) + 0x8000},
         {"90:00", 5400u << 16},               // the first field may exceed its clock range
-        {"  12\t", 12u << 16},
-        {"32767.9999847412109375", 0x7FFFFFFF},
-        {"32767.99998474121093749", 0x7FFFFFFE},
-        {"99999999999999999999999999", kMaxFixedTime},
+        {"  12\t", 12u << 16}, {"32767.9999847412109375", 0x7FFFFFFF},
+        {"32767.99998474121093749", 0x7FFFFFFE}, {"99999999999999999999999999", kMaxFixedTime},
     };
     for (const Case& c : cases) {
         uint32_t fixed = 12345;
         ASSERT_EQ(ParseTimeText(c.text, fixed), 0) << c.text;
         EXPECT_EQ(fixed, c.fixed) << c.text;
     }
-}
-
-TEST(TimeTextTest, InvalidTexts) {
     const char* texts[] = {" ", "-0", "+1", "1e3", "1:60", "1:5:60", "1:2:3:4", ":30", "1:", "1.5:30", ".", "1.2.3",
                            "1 :30", "1,5", "١"};
     for (const char* text : texts) {
@@ -53,11 +43,7 @@ TEST(TimeTextTest, InvalidTexts) {
 }
 
 TEST(TimeTextTest, SignedVariantReportsTheSign) {
-    struct Case {
-        const char* text;
-        uint32_t magnitude;
-        bool negative;
-    };
+    struct Case { const char* text; uint32_t magnitude; bool negative; };
     const Case cases[] = {{"-0", 0, true}, {"3.5", 0x38000, false}, {" -1:00 ", 60u << 16, true},
                           {"-40000", kMaxFixedTime, true}};
     for (const Case& c : cases) {
@@ -72,10 +58,7 @@ TEST(TimeTextTest, SignedVariantReportsTheSign) {
 }
 
 TEST(TimeTextTest, NumbersSaturateAndNegativesNeedTheSignedVariant) {
-    struct Case {
-        double seconds;
-        uint32_t fixed;
-    };
+    struct Case { double seconds; uint32_t fixed; };
     const Case cases[] = {{0.1, 6553}, {32767.99998, 0x7FFFFFFE}, {32768.0, kMaxFixedTime},
                           {std::numeric_limits<double>::infinity(), kMaxFixedTime}};
     for (const Case& c : cases) {

@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 using vd::platform::fs::ParseMountInfo;
 
-TEST(MountTableTest, ReadsTheFieldsAndDecodesEscapes) {
+TEST(MountTableTest, ReadsTheFieldsDecodesEscapesAndFindsThisProcesssRoot) {
     const char* text =
         "27 1 254:0 / / rw,relatime - ext4 /dev/vda rw\n"
         "40 27 8:17 / /media/user/My\\040Disk rw shared:12 master:3 - vfat /dev/sdb1 rw\n"
@@ -17,23 +19,16 @@ TEST(MountTableTest, ReadsTheFieldsAndDecodesEscapes) {
         "44 27 8:2 / /mnt/no-type rw\n"
         "\n"
         "45 27 8:3 / /mnt/last rw - xfs /dev/sde rw";
-    const auto entries = ParseMountInfo(text);
-    ASSERT_EQ(entries.size(), 4u);
-    EXPECT_EQ(entries[0].mountPoint, "/");
-    EXPECT_EQ(entries[0].deviceMajor, 254u);
-    EXPECT_EQ(entries[1].mountPoint, "/media/user/My Disk");
-    EXPECT_EQ(entries[1].deviceMinor, 17u);
-    EXPECT_EQ(entries[1].fileSystemType, "vfat");
-    EXPECT_EQ(entries[1].source, "/dev/sdb1");
-    EXPECT_EQ(entries[2].mountPoint, "/mnt/back\\slash");
-    EXPECT_EQ(entries[3].mountPoint, "/mnt/last");
-}
-
-TEST(MountTableTest, ThisProcessHasARootMount) {
+    std::vector<std::string> shown;
+    for (const auto& e : ParseMountInfo(text))
+        shown.push_back(std::to_string(e.deviceMajor) + ":" + std::to_string(e.deviceMinor) + " " + e.mountPoint + " " +
+                        e.fileSystemType + " " + e.source);
+    EXPECT_EQ(shown, (std::vector<std::string>{"254:0 / ext4 /dev/vda", "8:17 /media/user/My Disk vfat /dev/sdb1",
+                                               "0:45 /mnt/back\\slash nfs4 server:/export",
+                                               "8:3 /mnt/last xfs /dev/sde"}));
+    // This process has a root mount.
     const auto entries = vd::platform::fs::ReadMountTable();
-    bool root = false;
-    for (const auto& entry : entries) root = root || entry.mountPoint == "/";
-    EXPECT_TRUE(root);
+    EXPECT_TRUE(std::any_of(entries.begin(), entries.end(), [](const auto& e) { return e.mountPoint == "/"; }));
 }
 
 }  // namespace

@@ -12,6 +12,12 @@ MountEntry Mount(const char* point, const char* type, uint32_t major = 8, uint32
     return MountEntry{major, minor, point, type, "/dev/x"};
 }
 
+std::vector<std::string> Names(const std::vector<Volume>& volumes) {
+    std::vector<std::string> names;
+    for (const Volume& volume : volumes) names.push_back(volume.name);
+    return names;
+}
+
 TEST(VolumesTest, NamesComeFromLabelsElseFromMountPoints) {
     const std::vector<MountEntry> mounts{
         Mount("/", "ext4", 254, 0),          Mount("/proc", "proc", 0, 21),
@@ -22,46 +28,37 @@ TEST(VolumesTest, NamesComeFromLabelsElseFromMountPoints) {
     };
     const std::vector<DiskLabel> labels{{makedev(8, 17), "Holiday Photos"}, {makedev(8, 99), "Elsewhere"}};
     const auto volumes = BuildVolumes(mounts, labels);
-    ASSERT_EQ(volumes.size(), 5u);
-    EXPECT_EQ(volumes[0].name, "root");
-    EXPECT_TRUE(volumes[0].isBoot);
-    EXPECT_EQ(volumes[1].name, "efi");
-    EXPECT_EQ(volumes[2].name, "Holiday Photos");
+    ASSERT_EQ(Names(volumes), (std::vector<std::string>{"root", "efi", "Holiday Photos", "data", "home"}));
     EXPECT_EQ(volumes[2].mountPointName, "USB");
-    EXPECT_EQ(volumes[3].name, "data");
-    EXPECT_EQ(volumes[4].name, "home");
-    for (size_t i = 1; i < volumes.size(); ++i) EXPECT_FALSE(volumes[i].isBoot);
-}
-
-TEST(VolumesTest, LabelledRootAndMissingRoot) {
-    auto volumes = BuildVolumes({Mount("/", "ext4", 254, 0)}, {{makedev(254, 0), "System"}});
-    EXPECT_EQ(volumes.front().name, "System");
-    volumes = BuildVolumes({}, {});
-    ASSERT_EQ(volumes.size(), 1u);
-    EXPECT_EQ(volumes.front().name, "root");
-    EXPECT_EQ(volumes.front().mountPoint, "/");
+    for (size_t i = 0; i < volumes.size(); ++i) EXPECT_EQ(volumes[i].isBoot, i == 0) << i;
+    // A labelled root, and a missing one.
+    EXPECT_EQ(Names(BuildVolumes({Mount("/", "ext4", 254, 0)}, {{makedev(254, 0), "System"}})),
+              std::vector<std::string>{"System"});
+    const auto noRoot = BuildVolumes({}, {});
+    EXPECT_EQ(Names(noRoot), std::vector<std::string>{"root"});
+    EXPECT_EQ(noRoot.front().mountPoint, "/");
 }
 
 TEST(VolumesTest, TheLaterOfTwoMountsOnOnePointIsTheVisibleOne) {
-    auto volumes = BuildVolumes({Mount("/mnt/a", "ext4", 8, 1), Mount("/mnt/a", "xfs", 8, 2)},
-                                {{makedev(8, 1), "Old"}, {makedev(8, 2), "New"}});
-    ASSERT_EQ(volumes.size(), 2u);
-    EXPECT_EQ(volumes[1].name, "New");
+    EXPECT_EQ(Names(BuildVolumes({Mount("/mnt/a", "ext4", 8, 1), Mount("/mnt/a", "xfs", 8, 2)},
+                                 {{makedev(8, 1), "Old"}, {makedev(8, 2), "New"}})),
+              (std::vector<std::string>{"root", "New"}));
     // Covered by a system file system, the disk is not reachable at all.
-    volumes = BuildVolumes({Mount("/mnt/a", "ext4"), Mount("/mnt/a", "tmpfs", 0, 9)}, {});
-    EXPECT_EQ(volumes.size(), 1u);
+    EXPECT_EQ(BuildVolumes({Mount("/mnt/a", "ext4"), Mount("/mnt/a", "tmpfs", 0, 9)}, {}).size(), 1u);
 }
 
 TEST(VolumesTest, LookupPrefersNamesOverMountPointNames) {
     const auto volumes = BuildVolumes(
         {Mount("/", "ext4", 254, 0), Mount("/media/USB", "vfat", 8, 17), Mount("/mnt/Photos", "ext4", 8, 33)},
         {{makedev(8, 17), "Photos"}});
-    ASSERT_NE(FindVolume(volumes, "Photos"), nullptr);
-    EXPECT_EQ(FindVolume(volumes, "Photos")->mountPoint, "/media/USB");
-    ASSERT_NE(FindVolume(volumes, "USB"), nullptr);
-    EXPECT_EQ(FindVolume(volumes, "USB")->mountPoint, "/media/USB");
-    EXPECT_EQ(FindVolume(volumes, "photos"), nullptr);
-    EXPECT_EQ(FindVolume(volumes, "media"), nullptr);
+    const auto mountedAt = [&](const char* name) {
+        const Volume* volume = FindVolume(volumes, name);
+        return volume ? volume->mountPoint : "<none>";
+    };
+    EXPECT_EQ(mountedAt("Photos"), "/media/USB");
+    EXPECT_EQ(mountedAt("USB"), "/media/USB");
+    EXPECT_EQ(mountedAt("photos"), "<none>");
+    EXPECT_EQ(mountedAt("media"), "<none>");
 }
 
 TEST(VolumesTest, TheDeepestMountPointHoldsAPath) {

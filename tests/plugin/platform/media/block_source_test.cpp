@@ -75,11 +75,7 @@ protected:
 };
 
 TEST_F(BlockSourceTest, EverySinkHearsTheSameSamples) {
-    struct Case {
-        const char* name;
-        Movie movie;
-        RenderOptions options;
-    };
+    struct Case { const char* name; Movie movie; RenderOptions options; };
     std::vector<Case> cases;
     cases.push_back({"copied", Opened("copied.wav", vdtest::media::SineWav(100000, 2)), {}});
     cases.push_back({"resampled", Opened("mono.wav", vdtest::media::SineWav(50000, 1, 22050)), {}});

@@ -39,11 +39,9 @@ TEST(PcmConversionTest, NotANumberIsSilenceNotFullScale) {
     for (const auto& [format, bits, bytes] : {std::tuple{kFormatFloat32, 32, &bytes32}, {kFormatFloat64, 64, &bytes64}}) {
         const SampleDescription d = PcmSoundDescription(format, 1, bits, 44100);
         PcmToInt16(d, bytes->data(), 2, ints);
-        EXPECT_EQ(ints[0], 0);
-        EXPECT_EQ(ints[1], 16384);
+        EXPECT_EQ(std::vector<int16_t>(ints, ints + 2), (std::vector<int16_t>{0, 16384})) << bits;
         PcmToFloat(d, bytes->data(), 2, floats);
-        EXPECT_EQ(floats[0], 0.0f);
-        EXPECT_EQ(floats[1], 0.5f);
+        EXPECT_EQ(std::vector<float>(floats, floats + 2), (std::vector<float>{0.0f, 0.5f})) << bits;
     }
 }
 

@@ -15,16 +15,12 @@ using vdtest::media::Le16;
 using vdtest::media::SineSample;
 
 // A memory movie with one track of constant 16-bit samples.
-Movie ConstantMovie(int rate, int channels, int16_t value, int64_t frames, FourCharCode format = kFormatSowt) {
+Movie ConstantMovie(int rate, int channels, int16_t value, int64_t frames) {
     Movie movie;
     EXPECT_EQ(NewMemorySoundMovie(rate, movie), util::kNoError);
     std::vector<uint8_t> bytes;
-    for (int64_t i = 0; i < frames * channels; ++i) {
-        const uint16_t u = uint16_t(value);
-        if (format == kFormatTwos) bytes.insert(bytes.end(), {uint8_t(u >> 8), uint8_t(u)});
-        else bytes.insert(bytes.end(), {uint8_t(u), uint8_t(u >> 8)});
-    }
-    EXPECT_EQ(movie.TrackAt(0).media.AppendSamples(PcmSoundDescription(format, channels, 16, rate), bytes.data(),
+    for (int64_t i = 0; i < frames * channels; ++i) bytes.insert(bytes.end(), {uint8_t(value), uint8_t(value >> 8)});
+    EXPECT_EQ(movie.TrackAt(0).media.AppendSamples(PcmSoundDescription(kFormatSowt, channels, 16, rate), bytes.data(),
                                                    bytes.size(), frames),
               util::kNoError);
     movie.TrackAt(0).InsertMedia(0);
@@ -34,6 +30,12 @@ Movie ConstantMovie(int rate, int channels, int16_t value, int64_t frames, FourC
 class MediaRenderTest : public ::testing::Test {
 protected:
     std::string Path(const std::string& name) { return (folder / name).string(); }
+    // The bytes of the movie rendered to a WAV file of that name; "" when it fails.
+    std::string Rendered(const Movie& movie, const std::string& name, const RenderOptions& options = {}) {
+        const Status status = RenderMovie(movie, Path(name), CdQualityWav(), options);
+        EXPECT_EQ(status, util::kNoError) << LastMediaErrorDetail();
+        return status == util::kNoError ? vdtest::readFile(Path(name)) : "";
+    }
     vdtest::TempFolder folder;
 };
 
@@ -50,8 +52,7 @@ TEST_F(MediaRenderTest, WritesACdQualityWavWithCorrectHeaderAndSamples) {
                                                    bytes.size(), 1000),
               util::kNoError);
     movie.TrackAt(0).InsertMedia(0);
-    ASSERT_EQ(RenderMovie(movie, Path("out.wav")), util::kNoError) << LastMediaErrorDetail();
-    const std::string wav = vdtest::readFile(Path("out.wav"));
+    const std::string wav = Rendered(movie, "out.wav");
     ASSERT_EQ(wav.size(), 44u + 4000);
     // The canonical 44-byte header: PCM, 2 channels, 44100 Hz, 176400 bytes/s, 4-byte frames, 16 bits.
     EXPECT_EQ(wav.substr(0, 44), vdtest::media::PcmWav(std::string(4000, '\0'), 2, 44100, 16).substr(0, 44));
@@ -71,15 +72,13 @@ TEST_F(MediaRenderTest, CopyPathIsByteIdenticalFromFileAndFromSelections) {
     vdtest::writeFile(Path("in.wav"), source);
     Movie movie;
     ASSERT_EQ(MovieFromFile(Path("in.wav"), movie), util::kNoError);
-    ASSERT_EQ(RenderMovie(movie, Path("copy.wav")), util::kNoError);
-    EXPECT_EQ(vdtest::readFile(Path("copy.wav")), source);
+    EXPECT_EQ(Rendered(movie, "copy.wav"), source);
 
     // Second half then first half: two runs over one file.
     Movie swapped;
     ASSERT_EQ(CopyMovieSelection(movie, {50000, 50000, 44100}, swapped), util::kNoError);
     ASSERT_EQ(AddMovieSelection(swapped, movie, {0, 50000, 44100}), util::kNoError);
-    ASSERT_EQ(RenderMovie(swapped, Path("swapped.wav")), util::kNoError);
-    const std::string out = vdtest::readFile(Path("swapped.wav"));
+    const std::string out = Rendered(swapped, "swapped.wav");
     ASSERT_EQ(out.size(), source.size());
     EXPECT_EQ(out.substr(44, 200000), source.substr(44 + 200000));
     EXPECT_EQ(out.substr(44 + 200000), source.substr(44, 200000));
@@ -92,18 +91,15 @@ TEST_F(MediaRenderTest, TracksMixByVolumeAndClip) {
     Track& added = movie.AddTrack(Characteristic::kAudio, other.TrackAt(0).media);
     added.volume = 128;
     added.InsertMedia(0);
-    ASSERT_EQ(RenderMovie(movie, Path("mix.wav")), util::kNoError);
-    std::string wav = vdtest::readFile(Path("mix.wav"));
+    std::string wav = Rendered(movie, "mix.wav");
     ASSERT_EQ(wav.size(), 44u + 4000);
     EXPECT_EQ(Le16(wav, 44), 10000);              // 8000 + 4000 / 2
     EXPECT_EQ(Le16(wav, 44 + 4 * 600), 8000);     // after the shorter track ends
 
     movie.TrackAt(0).volume = 1024;               // 4 × 8000 clips
-    ASSERT_EQ(RenderMovie(movie, Path("loud.wav")), util::kNoError);
-    EXPECT_EQ(Le16(vdtest::readFile(Path("loud.wav")), 44), 32767);
+    EXPECT_EQ(Rendered(movie, "loud.wav").substr(44, 2), "\xFF\x7F");  // 32767
     movie.TrackAt(0).enabled = false;
-    ASSERT_EQ(RenderMovie(movie, Path("quiet.wav")), util::kNoError);
-    wav = vdtest::readFile(Path("quiet.wav"));
+    wav = Rendered(movie, "quiet.wav");
     EXPECT_EQ(wav.size(), 44u + 4000);            // the disabled track still lasts
     EXPECT_EQ(Le16(wav, 44), 2000);
     EXPECT_EQ(Le16(wav, 44 + 4 * 600), 0);
@@ -113,8 +109,7 @@ TEST_F(MediaRenderTest, RampChangesTheGainInsideItsIntervalOnly) {
     Movie movie = ConstantMovie(44100, 2, 20000, 2 * 44100);
     RenderOptions options;
     options.trackRamps.push_back(GainRamp{0.5, 1.5, 0.0f, 0.5f});
-    ASSERT_EQ(RenderMovie(movie, Path("fade.wav"), CdQualityWav(), options), util::kNoError);
-    const std::string wav = vdtest::readFile(Path("fade.wav"));
+    const std::string wav = Rendered(movie, "fade.wav", options);
     ASSERT_EQ(wav.size(), 44u + 4 * 2 * 44100);
     EXPECT_EQ(Le16(wav, 44 + 4 * 22049), 20000);  // before: unchanged
     EXPECT_EQ(Le16(wav, 44 + 4 * 22050), 0);
@@ -140,18 +135,6 @@ TEST_F(MediaRenderTest, HalfRateMonoBecomesTwiceAsManyStereoFrames) {
         EXPECT_NEAR(samples[size_t(2 * n)], SineSample(n, 0, 44100), 60);
         EXPECT_EQ(samples[size_t(2 * n)], samples[size_t(2 * n + 1)]);
     }
-}
-
-TEST_F(MediaRenderTest, CompressedSoundRendersThroughTheDecoder) {
-    VD_REQUIRE_FFMPEG();
-    vdtest::writeFile(Path("in.wav"), vdtest::media::SineWav(44100, 2));
-    vdtest::media::Ffmpeg({"-i", Path("in.wav"), "-ar", "48000", Path("in.flac")});
-    Movie movie;
-    ASSERT_EQ(MovieFromFile(Path("in.flac"), movie), util::kNoError);
-    ASSERT_EQ(RenderMovie(movie, Path("out.wav")), util::kNoError);
-    Movie out;
-    ASSERT_EQ(MovieFromFile(Path("out.wav"), out), util::kNoError);
-    EXPECT_NEAR(double(out.FirstSoundTrack()->media.Duration()), 44100.0, 2.0);
 }
 
 TEST_F(MediaRenderTest, FailuresLeaveNothingBehindAndNoDescriptorOpen) {

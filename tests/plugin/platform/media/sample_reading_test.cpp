@@ -38,9 +38,8 @@ TEST_F(MediaSampleReadingTest, PcmOfEveryLayoutReadsAsTheSameSine) {
     if (vdtest::media::HaveFfmpeg()) {
         vdtest::media::Ffmpeg({"-i", Path("s16.wav"), "-c:a", "pcm_s16be", Path("be.aiff")});
         vdtest::media::Ffmpeg({"-i", Path("s16.wav"), "-c:a", "pcm_f32be", Path("f32.caf")});
-        vdtest::media::Ffmpeg({"-i", Path("s16.wav"), "-c:a", "pcm_s16le", Path("pcm.mov")});
         vdtest::media::Ffmpeg({"-i", Path("s16.wav"), Path("lossless.flac")});
-        files.insert(files.end(), {"be.aiff", "f32.caf", "pcm.mov", "lossless.flac"});
+        files.insert(files.end(), {"be.aiff", "f32.caf", "lossless.flac"});
     }
     for (const auto& file : files) {
         SCOPED_TRACE(file);
@@ -68,8 +67,7 @@ TEST_F(MediaSampleReadingTest, EightBitCentreIsZeroAndStoredBytesStayAsStored) {
     ASSERT_EQ(MovieFromFile(Path("u8.wav"), movie), util::kNoError);
     std::vector<uint8_t> bytes;
     ASSERT_EQ(ReadStoredBytes(movie.FirstSoundTrack()->media, 0, 4, bytes), util::kNoError);
-    ASSERT_EQ(bytes.size(), 4u);
-    EXPECT_EQ(bytes[0], 128);
+    EXPECT_EQ(bytes.size() == 4 ? bytes[0] : 0, 128);
 }
 
 TEST_F(MediaSampleReadingTest, StoredBytesKeepTheirByteOrder) {
@@ -84,10 +82,8 @@ TEST_F(MediaSampleReadingTest, StoredBytesKeepTheirByteOrder) {
     ASSERT_EQ(ReadStoredBytes(big.FirstSoundTrack()->media, 10, 20, be), util::kNoError);
     ASSERT_EQ(le.size(), 80u);
     ASSERT_EQ(be.size(), 80u);
-    for (size_t i = 0; i < le.size(); i += 2) {
-        EXPECT_EQ(le[i], be[i + 1]);
-        EXPECT_EQ(le[i + 1], be[i]);
-    }
+    for (size_t i = 0; i < le.size(); i += 2) std::swap(be[i], be[i + 1]);
+    EXPECT_EQ(le, be);
     EXPECT_EQ(int16_t(le[0] | le[1] << 8), SineSample(10, 0));
 }
 
@@ -110,9 +106,7 @@ TEST_F(MediaSampleReadingTest, CompressedSoundDecodesNearTheSineAndHasNoStoredBy
     // Reading backwards restarts the decoder and gives the same samples again.
     std::vector<int16_t> again;
     ASSERT_EQ(ReadFramesInt16(media, 20000, 100, again), util::kNoError);
-    ASSERT_EQ(again.size(), 200u);
-    EXPECT_EQ(again[0], samples[40000]);
-    EXPECT_EQ(again[199], samples[40199]);
+    EXPECT_EQ(again, std::vector<int16_t>(samples.begin() + 40000, samples.begin() + 40200));
 }
 
 TEST_F(MediaSampleReadingTest, AbsurdRangesAnswerStatusesBeforeAnyAllocation) {
