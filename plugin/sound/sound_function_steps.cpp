@@ -65,13 +65,6 @@ media::Status RenderResult(media::Movie&& edited, const media::RenderOptions& op
     return util::kNoError;
 }
 
-int32_t StoreSoundResult(FMX_Data* result, media::Movie&& edited) {
-    SoundMovie rendered;
-    RenderStep step;
-    if (media::Status s = RenderResult(std::move(edited), {}, rendered, step)) return s;
-    return container::StoreMovieAsSound(result, rendered.movie);
-}
-
 std::optional<fmapi::Outcome> OpenTwoSoundParameters(const FMX_DataVect* args, SoundMovie& first, SoundMovie& second) {
     if (int32_t e = OpenSoundParameter(args, 0, first)) return StepFailure(e, "Could not get parameter #1 as sound.");
     if (int32_t e = OpenSoundParameter(args, 1, second)) return StepFailure(e, "Could not get parameter #2 as sound.");

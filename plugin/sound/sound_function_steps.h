@@ -53,9 +53,6 @@ struct RenderMessages {
 media::Status RenderResult(media::Movie&& edited, const media::RenderOptions& options, SoundMovie& result,
                            RenderStep& step);
 
-// The edited movie, mixed as RenderResult mixes it, as the container result. 0 or the failure's code; the result is untouched on failure.
-int32_t StoreSoundResult(FMX_Data* result, media::Movie&& edited);
-
 // The two sound arguments of a function that combines sounds: the failure, with the message for
 // either, or none when both opened.
 std::optional<fmapi::Outcome> OpenTwoSoundParameters(const FMX_DataVect* args, SoundMovie& first, SoundMovie& second);

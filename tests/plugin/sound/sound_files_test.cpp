@@ -10,6 +10,7 @@
 #include "sound/movie_source.h"
 #include "platform/common/tick_count.h"
 #include "sound/editing/wav_conversion.h"
+#include "sound/functions/sound_result.h"
 
 #include <sys/stat.h>
 #include <sys/xattr.h>
@@ -200,7 +201,10 @@ TEST_F(SoundFilesTest, AFunctionsTemporaryFilesAreGoneWhenItReturns) {
             ASSERT_EQ(SoundParameter(&args, 0, PcmNeed::kLittleEndian, input, found), 0);
             ASSERT_TRUE(found);
             EXPECT_EQ(input.Converted(), std::string(name) != "s16.wav");
-            ASSERT_EQ(StoreSoundResult(&result, std::move(input.movie)), 0);
+            SoundMovie rendered;
+            RenderStep step;
+            ASSERT_EQ(RenderResult(std::move(input.movie), {}, rendered, step), 0);
+            ASSERT_EQ(SoundResult(rendered.movie, "").SetValue(&result), 0);
         }
         EXPECT_NEAR(double(SoundStreamOf(result).size()), 42.0 + frames, 2000);
         EXPECT_TRUE(LeftoverTemporaryFiles().empty());
@@ -213,8 +217,9 @@ TEST_F(SoundFilesTest, AFunctionsTemporaryFilesAreGoneWhenItReturns) {
     bool found = true;
     EXPECT_EQ(SoundParameter(&args, 0, PcmNeed::kAnyPcm, input, found), -43);
     EXPECT_FALSE(found);
-    FMX_Data result;
-    EXPECT_EQ(StoreSoundResult(&result, vd::media::Movie()), -2009);
+    SoundMovie rendered;
+    RenderStep step;
+    EXPECT_EQ(RenderResult(vd::media::Movie(), {}, rendered, step), -2009);
     EXPECT_TRUE(LeftoverTemporaryFiles().empty());
     EXPECT_EQ(media::OpenDescriptors(), descriptors);
 }
