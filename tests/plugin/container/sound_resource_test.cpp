@@ -116,10 +116,10 @@ TEST(SoundResource, ExtendedAndCompressedHeadersAreRead) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.codec);
-        media::Movie movie;
-        ASSERT_EQ(MovieFromSoundResource(c.resource, movie), 0);
-        EXPECT_EQ(Frames(movie), c.frames);
-        const std::vector<int16_t> samples = Samples(movie, c.frames);
+        media::Movie decoded;
+        ASSERT_EQ(MovieFromSoundResource(c.resource, decoded), 0);
+        EXPECT_EQ(Frames(decoded), c.frames);
+        const std::vector<int16_t> samples = Samples(decoded, c.frames);
         ASSERT_GE(samples.size(), c.first.size());
         EXPECT_EQ(std::vector<int16_t>(samples.begin(), samples.begin() + std::ptrdiff_t(c.first.size())), c.first);
     }

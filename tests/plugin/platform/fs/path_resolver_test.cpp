@@ -49,7 +49,7 @@ protected:
             FileLocation location;
             const Status status = Resolve(c.text, location, relative);
             EXPECT_EQ(status, c.status) << c.text;
-            if (status == 0 && c.status == 0) EXPECT_EQ(FullPath(location), c.fullPath) << c.text;
+            if (status == 0 && c.status == 0) { EXPECT_EQ(FullPath(location), c.fullPath) << c.text; }
         }
     }
 
@@ -183,7 +183,7 @@ TEST_F(PathResolverTest, NetworkPathsNameAMountedVolume) {
 
 TEST_F(PathResolverTest, RootAndVolumesFolderReachMountedFileSystems) {
     const std::string boot = BootName();
-    if (!fs::exists("/dev/disk/by-label")) EXPECT_EQ(boot, "root");
+    if (!fs::exists("/dev/disk/by-label")) { EXPECT_EQ(boot, "root"); }
 
     FileLocation location;
     for (const char* root : {"/", "/Volumes/"}) {

@@ -162,9 +162,9 @@ TEST(MediaFormatTables, CodecRowsAgreeWithTheirNamesAndImportersWithTheirDemuxer
         EXPECT_EQ(FindCodecFormat(name), &row);
         if (name.rfind("pcm_", 0) != 0 || name.size() < 6) continue;
         const std::string tail = name.substr(name.size() - 2);
-        if (tail == "be" || tail == "le") EXPECT_EQ(row.bigEndian, tail == "be");
+        if (tail == "be" || tail == "le") { EXPECT_EQ(row.bigEndian, tail == "be"); }
         const size_t digits = name.find_first_of("0123456789");
-        if (digits != std::string::npos) EXPECT_EQ(row.sampleSize, std::stoi(name.substr(digits)));
+        if (digits != std::string::npos) { EXPECT_EQ(row.sampleSize, std::stoi(name.substr(digits))); }
     }
     EXPECT_EQ(FindCodecFormat("no_such_codec"), nullptr);
 
