@@ -26,8 +26,8 @@ TEST(AverageSamplesTest, SixteenBitsRoundDownAndEightBitsShift) {
     const auto sowt = vd::media::PcmSoundDescription(vd::media::FourCC("sowt"), 2, 16, 44100);
     V a{1, -1, -3, 32767, -32768, 100}, b{0, 0, 0, 32767, -32768, -101};
     const auto bytes = [](const V& v) {
-        const auto* bytes = reinterpret_cast<const uint8_t*>(v.data());
-        return std::vector<uint8_t>(bytes, bytes + 2 * v.size());
+        const auto* first = reinterpret_cast<const uint8_t*>(v.data());
+        return std::vector<uint8_t>(first, first + 2 * v.size());
     };
     std::vector<uint8_t> ab = bytes(a), bb = bytes(b);
     ASSERT_EQ(vd::sound::AverageSamples(ab, bb, sowt), 0);
