@@ -8,7 +8,7 @@ extern "C" {
 #endif
 
 // Raised whenever a function below changes; the loader refuses a module of another version.
-#define VD_UI_MODULE_ABI_VERSION 1
+#define VD_UI_MODULE_ABI_VERSION 2
 
 enum VdUiDialogKind { VD_UI_CHOOSE_FOLDER = 0, VD_UI_CHOOSE_FILE = 1, VD_UI_ALERT = 2 };
 
@@ -24,9 +24,21 @@ typedef int (*VdUiAbiVersionFn)(void);
 typedef int (*VdUiShowDialogFn)(int kind, const char* prompt, const char* startFolder, char** chosenPath);
 typedef void (*VdUiFreeFn)(char* text);
 
+// One pop-up menu of a settings form. Every text is UTF-8; selected is the choice shown first, and
+// on VD_UI_ACCEPTED the module writes the chosen one back into it.
+typedef struct VdUiFormControl {
+    const char* label;
+    const char* const* choiceLabels;
+    int choiceCount;  // at least 1
+    int selected;     // 0 .. choiceCount - 1
+} VdUiFormControl;
+
+typedef int (*VdUiShowFormFn)(const char* title, VdUiFormControl* controls, int controlCount);
+
 #define VD_UI_ABI_VERSION_SYMBOL "vd_ui_abi_version"
 #define VD_UI_SHOW_DIALOG_SYMBOL "vd_ui_show_dialog"
 #define VD_UI_FREE_SYMBOL "vd_ui_free"
+#define VD_UI_SHOW_FORM_SYMBOL "vd_ui_show_form"
 
 #ifdef __cplusplus
 }

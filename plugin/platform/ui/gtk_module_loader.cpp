@@ -1,6 +1,7 @@
 #include "platform/ui/gtk_module_loader.h"
 
 #include <memory>
+#include <vector>
 
 #include <dlfcn.h>
 
@@ -14,6 +15,7 @@ namespace {
 struct GtkModule {
     VdUiShowDialogFn show = nullptr;
     VdUiFreeFn free = nullptr;
+    VdUiShowFormFn showForm = nullptr;
     std::string problem;  // why it could not be loaded; empty when it was
 };
 
@@ -40,11 +42,25 @@ GtkModule LoadModule() {
     auto version = reinterpret_cast<VdUiAbiVersionFn>(::dlsym(handle, VD_UI_ABI_VERSION_SYMBOL));
     module.show = reinterpret_cast<VdUiShowDialogFn>(::dlsym(handle, VD_UI_SHOW_DIALOG_SYMBOL));
     module.free = reinterpret_cast<VdUiFreeFn>(::dlsym(handle, VD_UI_FREE_SYMBOL));
-    if (!version || !module.show || !module.free || version() != VD_UI_MODULE_ABI_VERSION) {
+    module.showForm = reinterpret_cast<VdUiShowFormFn>(::dlsym(handle, VD_UI_SHOW_FORM_SYMBOL));
+    if (!version || !module.show || !module.free || !module.showForm || version() != VD_UI_MODULE_ABI_VERSION) {
         module.show = nullptr;
+        module.showForm = nullptr;
         module.problem = "(no dialog can be shown: " + path + " is not a GTK module of this plug-in)";
     }
     return module;
+}
+
+// Loaded once per process; dialogs are shown on the host's main thread only.
+const GtkModule& Module() {
+    static const GtkModule module = LoadModule();
+    return module;
+}
+
+// The status of a module's answer other than VD_UI_ACCEPTED, and why, when not by the user's hand.
+util::Status NotAccepted(int result, std::string& detail) {
+    if (result == VD_UI_NO_DISPLAY) detail = "(no dialog can be shown: GTK cannot open the display)";
+    return util::kUserCancelled;
 }
 
 }  // namespace
@@ -59,8 +75,7 @@ std::string GtkModulePath() {
 }
 
 DialogAnswer ShowGtkDialog(const DialogRequest& request) {
-    // Loaded once per process; dialogs are shown on the host's main thread only.
-    static const GtkModule module = LoadModule();
+    const GtkModule& module = Module();
     DialogAnswer answer;
     if (!module.show) {
         answer.status = util::kUserCancelled;
@@ -71,21 +86,46 @@ DialogAnswer ShowGtkDialog(const DialogRequest& request) {
     const int result = module.show(static_cast<int>(request.kind), request.prompt.c_str(),
                                    request.startFolder.c_str(), &chosen);
     const std::unique_ptr<char, ModuleText> owned(chosen, ModuleText{module.free});
-    switch (result) {
-        case VD_UI_ACCEPTED:
-            if (request.kind != DialogKind::Alert) {
-                if (!owned) return DialogAnswer{util::kUserCancelled, {}, {}};
-                answer.path = owned.get();
-            }
-            return answer;
-        case VD_UI_NO_DISPLAY:
-            answer.status = util::kUserCancelled;
-            answer.detail = "(no dialog can be shown: GTK cannot open the display)";
-            return answer;
-        default:
-            answer.status = util::kUserCancelled;
-            return answer;
+    if (result != VD_UI_ACCEPTED) {
+        answer.status = NotAccepted(result, answer.detail);
+        return answer;
     }
+    if (request.kind != DialogKind::Alert) {
+        if (!owned) return DialogAnswer{util::kUserCancelled, {}, {}};
+        answer.path = owned.get();
+    }
+    return answer;
+}
+
+FormAnswer ShowGtkForm(const FormRequest& request) {
+    const GtkModule& module = Module();
+    FormAnswer answer;
+    if (!module.showForm) {
+        answer.status = util::kUserCancelled;
+        answer.detail = module.problem;
+        return answer;
+    }
+    // The C structs point into the request, which outlives the call.
+    std::vector<std::vector<const char*>> choiceLabels;
+    std::vector<VdUiFormControl> controls;
+    for (const FormControl& control : request.controls) {
+        std::vector<const char*>& labels = choiceLabels.emplace_back();
+        for (const FormChoice& choice : control.choices) labels.push_back(choice.label.c_str());
+        controls.push_back(VdUiFormControl{control.label.c_str(), labels.data(), static_cast<int>(labels.size()),
+                                           static_cast<int>(control.selected)});
+    }
+    const int result = module.showForm(request.title.c_str(), controls.data(), static_cast<int>(controls.size()));
+    if (result != VD_UI_ACCEPTED) {
+        answer.status = NotAccepted(result, answer.detail);
+        return answer;
+    }
+    for (size_t i = 0; i < controls.size(); ++i) {
+        const int chosen = controls[i].selected;
+        // A module that answers outside the menu is not trusted with the setting: the form stays as it was.
+        const bool offered = chosen >= 0 && static_cast<size_t>(chosen) < request.controls[i].choices.size();
+        answer.selected.push_back(offered ? static_cast<size_t>(chosen) : request.controls[i].selected);
+    }
+    return answer;
 }
 
 }  // namespace vd::platform::ui

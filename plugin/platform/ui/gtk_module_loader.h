@@ -1,4 +1,4 @@
-// Showing a dialog through the GTK module of the bundle.
+// Showing a dialog or a settings form through the GTK module of the bundle.
 #pragma once
 
 #include <string>
@@ -16,5 +16,6 @@ std::string GtkModulePath();
 // A module that is missing or of another version, or a display GTK cannot open, answers -128 with
 // the reason.
 DialogAnswer ShowGtkDialog(const DialogRequest& request);
+FormAnswer ShowGtkForm(const FormRequest& request);
 
 }  // namespace vd::platform::ui

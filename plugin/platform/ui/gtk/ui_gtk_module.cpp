@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <vector>
 
 #include "platform/ui/gtk_module_abi.h"
 
@@ -29,6 +30,9 @@ using OwnedGText = std::unique_ptr<char, GFreer>;
 void Settle() {
     while (gtk_events_pending()) gtk_main_iteration();
 }
+
+// Where a settings form keeps its grid of controls on the dialog.
+constexpr const char* kFormGridKey = "vd-form-grid";
 
 bool Started() {
     static const bool started = gtk_init_check(nullptr, nullptr);
@@ -50,6 +54,15 @@ gboolean CancelShownDialog(gpointer data) {
                                         GTK_FILE_CHOOSER_ACTION_SELECT_FOLDER
                              ? 1
                              : 0);
+            // A settings form: each row of its grid is a control's label and its pop-up menu.
+            if (auto* grid = static_cast<GtkGrid*>(g_object_get_data(G_OBJECT(dialog), kFormGridKey))) {
+                for (int row = 0; GtkWidget* label = gtk_grid_get_child_at(grid, 0, row); ++row) {
+                    GtkWidget* menu = gtk_grid_get_child_at(grid, 1, row);
+                    OwnedGText active(menu ? gtk_combo_box_text_get_active_text(GTK_COMBO_BOX_TEXT(menu)) : nullptr);
+                    std::fprintf(out, "control=%s:%s\n", gtk_label_get_text(GTK_LABEL(label)),
+                                 active ? active.get() : "");
+                }
+            }
             std::fclose(out);
         }
     }
@@ -78,6 +91,38 @@ GtkWidget* NewDialog(int kind, const char* prompt, const char* startFolder) {
     return chooser;
 }
 
+// A grid of one label and one pop-up menu per control, below the title; OK is the default button.
+GtkWidget* NewForm(const char* title, const VdUiFormControl* controls, int controlCount,
+                   std::vector<GtkComboBox*>& menus) {
+    GtkWidget* dialog = gtk_dialog_new_with_buttons(title, nullptr, GTK_DIALOG_MODAL, "_Cancel", GTK_RESPONSE_CANCEL,
+                                                    "_OK", GTK_RESPONSE_OK, nullptr);
+    gtk_dialog_set_default_response(GTK_DIALOG(dialog), GTK_RESPONSE_OK);
+    gtk_window_set_resizable(GTK_WINDOW(dialog), FALSE);
+    GtkWidget* grid = gtk_grid_new();
+    gtk_grid_set_row_spacing(GTK_GRID(grid), 8);
+    gtk_grid_set_column_spacing(GTK_GRID(grid), 12);
+    gtk_container_set_border_width(GTK_CONTAINER(grid), 12);
+    for (int row = 0; row < controlCount; ++row) {
+        const VdUiFormControl& control = controls[row];
+        GtkWidget* label = gtk_label_new(control.label ? control.label : "");
+        gtk_label_set_xalign(GTK_LABEL(label), 1.0f);
+        GtkWidget* menu = gtk_combo_box_text_new();
+        for (int i = 0; i < control.choiceCount; ++i) {
+            gtk_combo_box_text_append_text(GTK_COMBO_BOX_TEXT(menu), control.choiceLabels[i] ? control.choiceLabels[i] : "");
+        }
+        gtk_combo_box_set_active(GTK_COMBO_BOX(menu), control.selected);
+        gtk_label_set_mnemonic_widget(GTK_LABEL(label), menu);
+        gtk_widget_set_hexpand(menu, TRUE);
+        gtk_grid_attach(GTK_GRID(grid), label, 0, row, 1, 1);
+        gtk_grid_attach(GTK_GRID(grid), menu, 1, row, 1, 1);
+        menus.push_back(GTK_COMBO_BOX(menu));
+    }
+    gtk_box_pack_start(GTK_BOX(gtk_dialog_get_content_area(GTK_DIALOG(dialog))), grid, TRUE, TRUE, 0);
+    gtk_widget_show_all(grid);
+    g_object_set_data(G_OBJECT(dialog), kFormGridKey, grid);
+    return dialog;
+}
+
 }  // namespace
 
 extern "C" {
@@ -100,6 +145,28 @@ __attribute__((visibility("default"))) int vd_ui_show_dialog(int kind, const cha
             OwnedGText file(gtk_file_chooser_get_filename(GTK_FILE_CHOOSER(dialog.get())));
             if (!file) result = VD_UI_CANCELLED;
             else *chosenPath = file.release();
+        }
+    }
+    dialog.reset();
+    Settle();
+    return result;
+}
+
+__attribute__((visibility("default"))) int vd_ui_show_form(const char* title, VdUiFormControl* controls,
+                                                           int controlCount) {
+    if (!Started()) return VD_UI_NO_DISPLAY;
+    std::vector<GtkComboBox*> menus;
+    OwnedWidget dialog(NewForm(title ? title : "", controls, controlCount, menus));
+#ifdef VD_UI_GTK_SELF_CANCEL
+    g_signal_connect(dialog.get(), "map", G_CALLBACK(ArmSelfCancel), nullptr);
+#endif
+    const int response = gtk_dialog_run(GTK_DIALOG(dialog.get()));
+    int result = VD_UI_CANCELLED;
+    if (response == GTK_RESPONSE_OK) {
+        result = VD_UI_ACCEPTED;
+        for (int row = 0; row < controlCount; ++row) {
+            const int active = gtk_combo_box_get_active(menus[row]);
+            if (active >= 0) controls[row].selected = active;
         }
     }
     dialog.reset();
