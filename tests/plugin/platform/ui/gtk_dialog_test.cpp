@@ -1,6 +1,6 @@
-// The real GTK folder chooser, shown on a virtual display by a vdhost process. The bundle is a copy
-// whose ui-gtk.so is the tests' build of the module, which cancels its dialog once it is on the
-// screen and writes down what it showed.
+// The real GTK folder chooser and settings form, shown on a virtual display by a vdhost process.
+// The bundle is a copy whose ui-gtk.so is the tests' build of the module, which cancels its dialog
+// once it is on the screen and writes down what it showed.
 #include "plugin/plugin_test_support.h"
 
 #include <support/process.h>
@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 
 #include <fcntl.h>
 #include <signal.h>
@@ -60,36 +61,58 @@ private:
     std::string display_;
 };
 
-TEST(GtkDialog, TheFolderChooserAppearsAtTheDefaultFolderAndIsCancelled) {
-    const fs::path testModule = fs::path(VD_BUILD_DIR) / "tests" / "ui-gtk-test" / "ui-gtk.so";
-    if (programOnPath("Xvfb").empty()) GTEST_SKIP() << "Xvfb is not installed";
-    if (!fs::exists(testModule)) GTEST_SKIP() << "the GTK module was not built (no GTK 3)";
+// A copy of the bundle whose ui-gtk.so is the self-cancelling build, evaluating one calculation in a
+// vdhost process on a virtual display; the module's report of what it showed lands in Report().
+class GtkDialog : public ::testing::Test {
+protected:
+    void SetUp() override {
+        const fs::path testModule = fs::path(VD_BUILD_DIR) / "tests" / "ui-gtk-test" / "ui-gtk.so";
+        if (programOnPath("Xvfb").empty()) GTEST_SKIP() << "Xvfb is not installed";
+        if (!fs::exists(testModule)) GTEST_SKIP() << "the GTK module was not built (no GTK 3)";
+        fs::create_directories(Plugins() / "Vandrel.fmxplugin");
+        fs::copy(VandrelBundle(), Plugins() / "Vandrel.fmxplugin", fs::copy_options::recursive);
+        fs::copy_file(testModule, Plugins() / "Vandrel.fmxplugin" / "Resources" / "ui-gtk.so",
+                      fs::copy_options::overwrite_existing);
+        display_.emplace();
+        ASSERT_FALSE(display_->Name().empty()) << "Xvfb did not start";
+    }
 
-    TempFolder folder;
-    const fs::path plugins = folder / "plugins";
-    fs::create_directories(plugins / "Vandrel.fmxplugin");
-    fs::copy(VandrelBundle(), plugins / "Vandrel.fmxplugin", fs::copy_options::recursive);
-    fs::copy_file(testModule, plugins / "Vandrel.fmxplugin" / "Resources" / "ui-gtk.so",
-                  fs::copy_options::overwrite_existing);
-    fs::create_directories(folder / "start here");
+    fs::path Plugins() const { return folder_ / "plugins"; }
+    fs::path Report() const { return folder_ / "shown.txt"; }
 
-    VirtualDisplay display;
-    ASSERT_FALSE(display.Name().empty()) << "Xvfb did not start";
-    const fs::path report = folder / "shown.txt";
-    const auto r = runProcess(
-        {VDHOST_EXE, "--db", (folder / "T.vddb").string(), "--plugins", plugins.string(), "eval",
-         "Vandrel_SetDefaultFolder ( \"" + (folder / "start here").string() +
-             "\" ) & Vandrel_SetDefaultFolder ( \".U:Pick the sound folder\" ) & \"|\" & Vandrel_GetDefaultFolder"},
-        {{"DISPLAY", display.Name()}, {"WAYLAND_DISPLAY", ""}, {"VANDREL_UI_SCRIPT", ""},
-         {"VD_UI_GTK_TEST_REPORT", report.string()}, {"HOME", folder.path().string()},
-         {"XDG_RUNTIME_DIR", ""}, {"NO_AT_BRIDGE", "1"}, {"GTK_A11Y", "none"},
-         // GTK and fontconfig keep their caches until the process ends; the leak checker of a
-         // sanitizer build would count those as ours and fail the run.
-         {"ASAN_OPTIONS", "detect_leaks=0"}});
+    ProcessResult Eval(const std::string& calculation) {
+        return runProcess(
+            {VDHOST_EXE, "--db", (folder_ / "T.vddb").string(), "--plugins", Plugins().string(), "eval", calculation},
+            {{"DISPLAY", display_->Name()}, {"WAYLAND_DISPLAY", ""}, {"VANDREL_UI_SCRIPT", ""},
+             {"VD_UI_GTK_TEST_REPORT", Report().string()}, {"HOME", folder_.path().string()},
+             {"XDG_RUNTIME_DIR", ""}, {"NO_AT_BRIDGE", "1"}, {"GTK_A11Y", "none"},
+             // GTK and fontconfig keep their caches until the process ends; the leak checker of a
+             // sanitizer build would count those as ours and fail the run.
+             {"ASAN_OPTIONS", "detect_leaks=0"}});
+    }
+
+    TempFolder folder_;
+    std::optional<VirtualDisplay> display_;
+};
+
+TEST_F(GtkDialog, TheFolderChooserAppearsAtTheDefaultFolderAndIsCancelled) {
+    const fs::path start = folder_ / "start here";
+    fs::create_directories(start);
+    const auto r = Eval("Vandrel_SetDefaultFolder ( \"" + start.string() +
+                        "\" ) & Vandrel_SetDefaultFolder ( \".U:Pick the sound folder\" ) & \"|\" & "
+                        "Vandrel_GetDefaultFolder");
     EXPECT_EQ(r.status, 0) << r.err;
-    EXPECT_EQ(r.out, "$0:Vandrel_SetDefaultFolder: Cancel|" + (folder / "start here").string() + "\n") << r.err;
-    EXPECT_EQ(readFile(report),
-              "shown=1\ntitle=Pick the sound folder\nfolder=" + (folder / "start here").string() + "\nchooser=1\n");
+    EXPECT_EQ(r.out, "$0:Vandrel_SetDefaultFolder: Cancel|" + start.string() + "\n") << r.err;
+    EXPECT_EQ(readFile(Report()), "shown=1\ntitle=Pick the sound folder\nfolder=" + start.string() + "\nchooser=1\n");
+}
+
+TEST_F(GtkDialog, TheSoundSettingsFormAppearsWithItsChoicesAndIsCancelled) {
+    const auto r = Eval("Vandrel_SoundFormatDialog ( \"WAVE\" )");
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_TRUE(r.out.starts_with("$-128:Vandrel_SoundFormatDialog")) << r.out << r.err;
+    const std::string report = readFile(Report());
+    EXPECT_TRUE(report.starts_with("shown=1\ntitle=WAVE Settings\n")) << report;
+    EXPECT_NE(report.find("chooser=0\ncontrol=Sample rate:Same as the sound\n"), std::string::npos) << report;
 }
 
 }  // namespace
