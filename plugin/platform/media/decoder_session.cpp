@@ -2,6 +2,8 @@
 
 #include "platform/media/ffmpeg_functions.h"
 
+#include <new>
+
 namespace vd::media {
 
 Status DecoderSession::Allocate(const AVCodec* decoder) {
@@ -26,6 +28,35 @@ Status DecoderSession::MakeConverter(int channels, AVSampleFormat format) {
         converter.reset();
         return StatusFromAvError(rc, MediaStep::kReading);
     }
+    return util::kNoError;
+}
+
+Status DecoderSession::AppendFloats(int channels, std::vector<float>& out, size_t* frames) {
+    *frames = 0;
+    if (Status s = MakeConverter(channels, AV_SAMPLE_FMT_FLT)) return s;
+    const size_t kept = out.size();
+    try {
+        out.resize(kept + size_t(frame->nb_samples) * size_t(channels));
+    } catch (const std::bad_alloc&) {
+        av_frame_unref(frame.get());
+        return MediaFailure(util::kMemoryFull, "no memory for decoded samples");
+    }
+    uint8_t* outPlane = reinterpret_cast<uint8_t*>(out.data() + kept);
+    const int converted = swr_convert(converter.get(), &outPlane, frame->nb_samples,
+                                      const_cast<const uint8_t**>(frame->extended_data), frame->nb_samples);
+    const auto decodedFormat = AVSampleFormat(frame->format);
+    const bool floating = decodedFormat == AV_SAMPLE_FMT_FLT || decodedFormat == AV_SAMPLE_FMT_FLTP ||
+                          decodedFormat == AV_SAMPLE_FMT_DBL || decodedFormat == AV_SAMPLE_FMT_DBLP;
+    av_frame_unref(frame.get());
+    if (converted < 0) {
+        out.resize(kept);
+        return StatusFromAvError(converted, MediaStep::kReading);
+    }
+    out.resize(kept + size_t(converted) * size_t(channels));
+    if (floating)
+        for (size_t i = kept; i < out.size(); ++i)
+            if (out[i] != out[i]) out[i] = 0.0f;
+    *frames = size_t(converted);
     return util::kNoError;
 }
 

@@ -6,6 +6,8 @@
 #include "platform/media/av_owners.h"
 #include "platform/media/errors.h"
 
+#include <vector>
+
 namespace vd::media {
 
 struct DecoderSession {
@@ -21,6 +23,12 @@ struct DecoderSession {
     // Makes the converter from the first decoded frame: `channels` interleaved samples of `format`
     // at the frame's own rate. Nothing to do once it is made.
     Status MakeConverter(int channels, AVSampleFormat format);
+
+    // The frame just received, as interleaved floats of `channels` appended to out (the frame is
+    // released). Floating samples pass unchanged except NaN, which becomes silence, as our own PCM
+    // reader makes it, so that no resampler spreads it and no rounding makes it full scale.
+    // *frames is how many frames were appended.
+    Status AppendFloats(int channels, std::vector<float>& out, size_t* frames);
 };
 
 }  // namespace vd::media

@@ -92,34 +92,12 @@ Status DecodingSampleStore::DecodeMore(bool* ended) {
         av_packet_unref(d.packet.get());
     }
 
-    AVFrame* frame = d.frame.get();
-    if (Status s = d.MakeConverter(channels_, AV_SAMPLE_FMT_FLT)) return s;
-    const size_t samples = size_t(frame->nb_samples) * size_t(channels_);
-    const size_t kept = pending_.size() - pendingUsed_;
-    try {
-        // Drop what was handed out before growing, so pending_ holds about one frame at a time.
-        pending_.erase(pending_.begin(), pending_.begin() + std::ptrdiff_t(pendingUsed_));
-        pendingUsed_ = 0;
-        pending_.resize(kept + samples);
-    } catch (const std::bad_alloc&) {
-        av_frame_unref(frame);
-        return MediaFailure(util::kMemoryFull, "no memory for decoded samples");
-    }
-    uint8_t* outPlane = reinterpret_cast<uint8_t*>(pending_.data() + kept);
-    int converted = swr_convert(d.converter.get(), &outPlane, frame->nb_samples,
-                                const_cast<const uint8_t**>(frame->extended_data), frame->nb_samples);
-    const auto decodedFormat = AVSampleFormat(frame->format);
-    const bool floating = decodedFormat == AV_SAMPLE_FMT_FLT || decodedFormat == AV_SAMPLE_FMT_FLTP ||
-                          decodedFormat == AV_SAMPLE_FMT_DBL || decodedFormat == AV_SAMPLE_FMT_DBLP;
-    av_frame_unref(frame);
-    if (converted < 0) return StatusFromAvError(converted, MediaStep::kReading);
-    pending_.resize(kept + size_t(converted) * size_t(channels_));
-    // Floating samples pass the converter unchanged, NaN included: silence, as our own PCM reader
-    // makes them, so that no resampler spreads them and no rounding makes them full scale.
-    if (floating)
-        for (size_t i = kept; i < pending_.size(); ++i)
-            if (pending_[i] != pending_[i]) pending_[i] = 0.0f;
-    framesDecoded_ += converted;
+    // Drop what was handed out before growing, so pending_ holds about one frame at a time.
+    pending_.erase(pending_.begin(), pending_.begin() + std::ptrdiff_t(pendingUsed_));
+    pendingUsed_ = 0;
+    size_t converted = 0;
+    if (Status s = d.AppendFloats(channels_, pending_, &converted)) return s;
+    framesDecoded_ += int64_t(converted);
     return util::kNoError;
 }
 

@@ -47,6 +47,29 @@ constexpr const char* kSonames[] = {platform::kAvFormatLibrary, platform::kAvCod
     X(kAvFormat, avformat_find_stream_info, (AVFormatContext* ic, AVDictionary** options), (ic, options))           \
     X(kAvFormat, avformat_close_input, (AVFormatContext** s), (s))                                                  \
     X(kAvFormat, av_read_frame, (AVFormatContext* s, AVPacket* pkt), (s, pkt))                                      \
+    X(kAvFormat, av_guess_format, (const char* short_name, const char* filename, const char* mime_type),            \
+      (short_name, filename, mime_type))                                                                            \
+    X(kAvFormat, avformat_alloc_output_context2, (AVFormatContext** ctx, const AVOutputFormat* oformat,             \
+                                                  const char* format_name, const char* filename),                   \
+      (ctx, oformat, format_name, filename))                                                                        \
+    X(kAvFormat, avformat_new_stream, (AVFormatContext* s, const AVCodec* c), (s, c))                               \
+    X(kAvFormat, avformat_free_context, (AVFormatContext* s), (s))                                                  \
+    X(kAvFormat, avio_open, (AVIOContext** s, const char* url, int flags), (s, url, flags))                         \
+    X(kAvFormat, avio_closep, (AVIOContext** s), (s))                                                               \
+    X(kAvFormat, avformat_write_header, (AVFormatContext* s, AVDictionary** options), (s, options))                 \
+    X(kAvFormat, av_write_trailer, (AVFormatContext* s), (s))                                                       \
+    X(kAvFormat, av_interleaved_write_frame, (AVFormatContext* s, AVPacket* pkt), (s, pkt))                         \
+    X(kAvCodec, avcodec_find_encoder_by_name, (const char* name), (name))                                           \
+    X(kAvCodec, avcodec_parameters_from_context, (AVCodecParameters* par, const AVCodecContext* codec),             \
+      (par, codec))                                                                                                 \
+    X(kAvCodec, avcodec_send_frame, (AVCodecContext* avctx, const AVFrame* frame), (avctx, frame))                  \
+    X(kAvCodec, avcodec_receive_packet, (AVCodecContext* avctx, AVPacket* avpkt), (avctx, avpkt))                   \
+    X(kAvCodec, av_packet_clone, (const AVPacket* src), (src))                                                      \
+    X(kAvCodec, av_packet_get_side_data, (const AVPacket* pkt, enum AVPacketSideDataType type, size_t* size),        \
+      (pkt, type, size))                                                                                            \
+    X(kAvCodec, av_packet_rescale_ts, (AVPacket* pkt, AVRational tb_src, AVRational tb_dst), (pkt, tb_src, tb_dst)) \
+    X(kAvUtil, av_frame_get_buffer, (AVFrame* frame, int align), (frame, align))                                    \
+    X(kAvUtil, av_channel_layout_copy, (AVChannelLayout* dst, const AVChannelLayout* src), (dst, src))              \
     X(kAvCodec, avcodec_find_decoder, (enum AVCodecID id), (id))                                                    \
     X(kAvCodec, avcodec_get_name, (enum AVCodecID id), (id))                                                        \
     X(kAvCodec, avcodec_alloc_context3, (const AVCodec* codec), (codec))                                            \

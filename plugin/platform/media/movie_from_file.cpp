@@ -2,6 +2,7 @@
 
 #include "platform/media/av_owners.h"
 #include "platform/media/codec_formats.h"
+#include "platform/media/decoded_sample_store.h"
 #include "platform/media/decoding_sample_store.h"
 #include "platform/media/ffmpeg_functions.h"
 #include "platform/media/importer_subtypes.h"
@@ -167,15 +168,15 @@ Status StatMediaFile(const std::string& path, struct stat& info) {
 
 }  // namespace
 
-Status MovieFromFile(const std::string& path, Movie& movie) {
+Status MovieFromFile(const std::string& path, Movie& movie, PredecodedSound* predecoded) {
     struct stat info {};
     if (Status s = StatMediaFile(path, info)) return s;
     bool handled = false;
     if (Status s = MovieFromPlainWav(path, info, movie, handled); handled) return s;
-    return MovieFromFileByLibraries(path, movie);
+    return MovieFromFileByLibraries(path, movie, predecoded);
 }
 
-Status MovieFromFileByLibraries(const std::string& path, Movie& movie) {
+Status MovieFromFileByLibraries(const std::string& path, Movie& movie, PredecodedSound* predecoded) {
     struct stat info {};
     if (Status s = StatMediaFile(path, info)) return s;
     if (Status s = StartFfmpeg()) return s;
@@ -224,6 +225,12 @@ Status MovieFromFileByLibraries(const std::string& path, Movie& movie) {
                 int64_t frames = StreamDurationIn(*raw, stream, p.sample_rate);
                 if (IsPcm(d) && audioStreams == 1 && ContiguousPcmContainer(demuxer)) {
                     pcm.push_back({int(i), &track, frames});
+                    continue;
+                }
+                if (predecoded && audioStreams == 1 && predecoded->channels == p.ch_layout.nb_channels) {
+                    if (frames < 0 || StatedLengthIncludesPadding(p.codec_id)) frames = predecoded->Frames();
+                    auto decoded = std::make_shared<DecodedSampleStore>(std::move(*predecoded));
+                    if (Status s = track.media.AppendRun(SampleRun{decoded, 0, frames, 1}, d)) return s;
                     continue;
                 }
                 auto store = std::make_shared<DecodingSampleStore>(path, int(i), p.ch_layout.nb_channels);

@@ -10,13 +10,18 @@
 
 namespace vd::media {
 
+struct PredecodedSound;
+
 // util::kFileNotFound (-43), util::kPermissionDenied (-54), util::kNotAFile (-1302) for a folder, util::kMovieNotFound
 // (-2048) for an empty, truncated, corrupt or non-media file. A file with no sound opens;
 // callers that need sound check FirstSoundTrack (util::kNoSoundTrack).
 // Plain PCM WAV files are read without the media libraries (plain_wav.h).
-Status MovieFromFile(const std::string& path, Movie& movie);
+//
+// predecoded, when given, is what decoding the file's one compressed sound stream gives (a file
+// just written by ExportSound): the movie reads it instead of decoding the file again.
+Status MovieFromFile(const std::string& path, Movie& movie, PredecodedSound* predecoded = nullptr);
 
 // The same through the libraries alone, whatever the file: what MovieFromFile falls back to.
-Status MovieFromFileByLibraries(const std::string& path, Movie& movie);
+Status MovieFromFileByLibraries(const std::string& path, Movie& movie, PredecodedSound* predecoded = nullptr);
 
 }  // namespace vd::media

@@ -25,6 +25,12 @@ fmapi::Outcome SoundInfoFunction(const FunctionCall& call);
 // Vandrel_ExtractInfo ( report { ; key } )
 fmapi::Outcome ExtractInfoFunction(const FunctionCall& call);
 
+// Vandrel_ListSoundOutputFormats, Vandrel_SoundFormatDialog ( format ) and
+// Vandrel_ConvertSound ( sound ; file ; format { ; settings } )
+fmapi::Outcome ListSoundOutputFormatsFunction(const FunctionCall& call);
+fmapi::Outcome SoundFormatDialogFunction(const FunctionCall& call);
+fmapi::Outcome ConvertSoundFunction(const FunctionCall& call);
+
 // Vandrel_DrawWaveform ( sound ; trackChannel ; width ; height { ; start ; end ; waveColor ; backColor } )
 fmapi::Outcome DrawWaveformFunction(const FunctionCall& call);
 
