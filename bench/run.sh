@@ -32,6 +32,11 @@ if wanted sound_editing; then
   "$build/bin/sound_editing_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/sound_editing.txt
 fi
 
+if wanted sound_conversion; then
+  echo "== Vandrel_ConvertSound of a 10-minute WAV to MP3, AAC, FLAC and Ogg Vorbis through vdhost against ffmpeg (targets: ratio <= 1.02, sizes within 1%)"
+  "$build/bin/sound_conversion_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/sound_conversion.txt
+fi
+
 if wanted waveform; then
   echo "== Vandrel_DrawWaveform 1800 x 280 of a 10-minute WAV through vdhost against ffmpeg showwavespic (target: ratio <= 0.2)"
   "$build/bin/waveform_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/waveform.txt

@@ -33,7 +33,6 @@ Status DecoderSession::MakeConverter(int channels, AVSampleFormat format) {
 
 Status DecoderSession::AppendFloats(int channels, std::vector<float>& out, size_t* frames) {
     *frames = 0;
-    if (Status s = MakeConverter(channels, AV_SAMPLE_FMT_FLT)) return s;
     const size_t kept = out.size();
     try {
         out.resize(kept + size_t(frame->nb_samples) * size_t(channels));
@@ -41,20 +40,25 @@ Status DecoderSession::AppendFloats(int channels, std::vector<float>& out, size_
         av_frame_unref(frame.get());
         return MediaFailure(util::kMemoryFull, "no memory for decoded samples");
     }
-    uint8_t* outPlane = reinterpret_cast<uint8_t*>(out.data() + kept);
+    const Status s = ConvertInto(channels, out.data() + kept, frames);
+    out.resize(kept + *frames * size_t(channels));
+    return s;
+}
+
+Status DecoderSession::ConvertInto(int channels, float* out, size_t* frames) {
+    *frames = 0;
+    if (Status s = MakeConverter(channels, AV_SAMPLE_FMT_FLT)) return s;
+    uint8_t* outPlane = reinterpret_cast<uint8_t*>(out);
     const int converted = swr_convert(converter.get(), &outPlane, frame->nb_samples,
                                       const_cast<const uint8_t**>(frame->extended_data), frame->nb_samples);
     const auto decodedFormat = AVSampleFormat(frame->format);
     const bool floating = decodedFormat == AV_SAMPLE_FMT_FLT || decodedFormat == AV_SAMPLE_FMT_FLTP ||
                           decodedFormat == AV_SAMPLE_FMT_DBL || decodedFormat == AV_SAMPLE_FMT_DBLP;
     av_frame_unref(frame.get());
-    if (converted < 0) {
-        out.resize(kept);
-        return StatusFromAvError(converted, MediaStep::kReading);
-    }
-    out.resize(kept + size_t(converted) * size_t(channels));
+    if (converted < 0) return StatusFromAvError(converted, MediaStep::kReading);
+    const size_t count = size_t(converted) * size_t(channels);
     if (floating)
-        for (size_t i = kept; i < out.size(); ++i)
+        for (size_t i = 0; i < count; ++i)
             if (out[i] != out[i]) out[i] = 0.0f;
     *frames = size_t(converted);
     return util::kNoError;

@@ -29,6 +29,9 @@ struct DecoderSession {
     // reader makes it, so that no resampler spreads it and no rounding makes it full scale.
     // *frames is how many frames were appended.
     Status AppendFloats(int channels, std::vector<float>& out, size_t* frames);
+
+    // The same into out, which has room for the frame's frame->nb_samples frames.
+    Status ConvertInto(int channels, float* out, size_t* frames);
 };
 
 }  // namespace vd::media

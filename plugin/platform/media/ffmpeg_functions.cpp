@@ -69,6 +69,7 @@ constexpr const char* kSonames[] = {platform::kAvFormatLibrary, platform::kAvCod
       (pkt, type, size))                                                                                            \
     X(kAvCodec, av_packet_rescale_ts, (AVPacket* pkt, AVRational tb_src, AVRational tb_dst), (pkt, tb_src, tb_dst)) \
     X(kAvUtil, av_frame_get_buffer, (AVFrame* frame, int align), (frame, align))                                    \
+    X(kAvUtil, av_frame_make_writable, (AVFrame* frame), (frame))                                                   \
     X(kAvUtil, av_channel_layout_copy, (AVChannelLayout* dst, const AVChannelLayout* src), (dst, src))              \
     X(kAvCodec, avcodec_find_decoder, (enum AVCodecID id), (id))                                                    \
     X(kAvCodec, avcodec_get_name, (enum AVCodecID id), (id))                                                        \

@@ -176,6 +176,24 @@ Status MovieFromFile(const std::string& path, Movie& movie, PredecodedSound* pre
     return MovieFromFileByLibraries(path, movie, predecoded);
 }
 
+Status StatedSoundFrames(const std::string& path, int64_t decodedFrames, int64_t& frames) {
+    if (Status s = StartFfmpeg()) return s;
+    AVFormatContext* raw = nullptr;  // avformat_open_input frees the context itself when it fails
+    int rc = avformat_open_input(&raw, path.c_str(), nullptr, nullptr);
+    if (rc < 0) return StatusFromAvError(rc, MediaStep::kOpening);
+    InputFormatPtr format(raw);
+    if ((rc = avformat_find_stream_info(raw, nullptr)) < 0) return StatusFromAvError(rc, MediaStep::kOpening);
+    for (unsigned i = 0; i < raw->nb_streams; ++i) {
+        const AVStream& stream = *raw->streams[i];
+        const AVCodecParameters& p = *stream.codecpar;
+        if (p.codec_type != AVMEDIA_TYPE_AUDIO || p.sample_rate <= 0) continue;
+        frames = StreamDurationIn(*raw, stream, p.sample_rate);
+        if (frames < 0 || StatedLengthIncludesPadding(p.codec_id)) frames = decodedFrames;
+        return util::kNoError;
+    }
+    return MediaFailure(util::kNoSoundTrack, path + " holds no sound");
+}
+
 Status MovieFromFileByLibraries(const std::string& path, Movie& movie, PredecodedSound* predecoded) {
     struct stat info {};
     if (Status s = StatMediaFile(path, info)) return s;

@@ -22,6 +22,11 @@ struct PredecodedSound;
 Status MovieFromFile(const std::string& path, Movie& movie, PredecodedSound* predecoded = nullptr);
 
 // The same through the libraries alone, whatever the file: what MovieFromFile falls back to.
+// How many frames MovieFromFile gives the sound of a file with one sound stream whose decoding
+// gives decodedFrames: the length its container states, or the decoded length where the stated
+// one cannot be trusted. Reads the file's header only.
+Status StatedSoundFrames(const std::string& path, int64_t decodedFrames, int64_t& frames);
+
 Status MovieFromFileByLibraries(const std::string& path, Movie& movie, PredecodedSound* predecoded = nullptr);
 
 }  // namespace vd::media

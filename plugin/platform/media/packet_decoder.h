@@ -13,6 +13,7 @@
 #include <memory>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 namespace vd::media {
 
@@ -23,16 +24,23 @@ public:
     PacketDecoder(const PacketDecoder&) = delete;
     PacketDecoder& operator=(const PacketDecoder&) = delete;
 
-    // Starts decoding what an encoder of these parameters writes, into interleaved floats of
-    // `channels` (as the decoding sample store converts them).
-    Status Start(const AVCodecParameters& parameters, int channels);
+    // What the decoded sound is kept as: interleaved floats of the stream's channels (as the
+    // decoding sample store converts them), or straight away 8-bit mono of the stream's rate
+    // (FloatFramesToMono8), a quarter of a stereo sound's floats.
+    enum class Keep { kFloats, kMono8 };
+
+    // Starts decoding what an encoder of these parameters writes, with room made for about
+    // expectedFrames frames. Kept as 8-bit mono, the frames are appended to mono8Prefix's bytes.
+    Status Start(const AVCodecParameters& parameters, int channels, int64_t expectedFrames, Keep keep,
+                 std::vector<uint8_t>&& mono8Prefix = {});
 
     // A copy of the packet, decoded in turn. util::kMemoryFull when it cannot be copied.
     Status Feed(const AVPacket& packet);
 
-    // Waits for every fed packet to be decoded, drains the decoder and answers the sound; the
-    // first failure of the thread otherwise.
-    Status Finish(PredecodedSound& sound);
+    // Waits for every fed packet to be decoded, drains the decoder and answers the sound as it
+    // was kept (the floats in sound, or the 8-bit frames in mono8); the thread's first failure
+    // otherwise.
+    Status Finish(PredecodedSound& sound, std::vector<uint8_t>& mono8);
 
     // Whether the encoder marked samples for the decoder to skip (its priming) in its packets.
     bool MarkedSkippedSamples() const { return markedSkip_; }
@@ -50,6 +58,9 @@ private:
     bool stopped_ = false;  // give up at once
     Status status_ = util::kNoError;
     PredecodedSound sound_;
+    Keep keep_ = Keep::kFloats;
+    std::vector<float> scratch_;   // one frame's floats on their way to mono8_
+    std::vector<uint8_t> mono8_;
     bool markedSkip_ = false;  // written by the feeding thread only
 };
 

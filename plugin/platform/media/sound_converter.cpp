@@ -8,6 +8,7 @@
 #include "platform/media/resampler.h"
 #include "platform/media/sample_reading.h"
 
+#include <algorithm>
 #include <new>
 
 namespace vd::media {
@@ -80,6 +81,24 @@ Status OtherRate(const Media& media, int channels, int32_t outRate, std::vector<
 }
 
 }  // namespace
+
+void FloatFramesToMono8(const float* in, size_t frames, int channels, uint8_t* out) {
+    constexpr size_t kBlock = 4096;
+    int16_t block[kBlock * 8];
+    const size_t perBlock = channels <= 8 ? kBlock : 1;
+    for (size_t done = 0; done < frames;) {
+        const size_t n = std::min(perBlock, frames - done);
+        if (channels <= 8) {
+            FloatsToInt16(in + done * size_t(channels), n * size_t(channels), block);
+            MixDown(block, n, channels, out + done);
+        } else {
+            std::vector<int16_t> wide(static_cast<size_t>(channels));
+            FloatsToInt16(in + done * size_t(channels), size_t(channels), wide.data());
+            MixDown(wide.data(), 1, channels, out + done);
+        }
+        done += n;
+    }
+}
 
 Status ConvertToMono8(const Media& media, int32_t outRate, uint64_t maxBytes, std::vector<uint8_t>& out) {
     if (media.Descriptions().empty() || media.Duration() == 0) return util::kNoError;

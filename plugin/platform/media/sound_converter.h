@@ -16,4 +16,8 @@ namespace vd::media {
 // maxBytes; out is as it was on failure.
 Status ConvertToMono8(const Media& media, int32_t outRate, uint64_t maxBytes, std::vector<uint8_t>& out);
 
+// The same for interleaved float frames already at the output's rate (as a decoding store gives
+// them): each sample rounded to 16 bits, then mixed down and cut as above.
+void FloatFramesToMono8(const float* in, size_t frames, int channels, uint8_t* out);
+
 }  // namespace vd::media

@@ -7,6 +7,7 @@
 #include "platform/media/movie_from_file.h"
 #include "platform/media/packet_decoder.h"
 #include "platform/media/pending_file.h"
+#include "platform/media/sound_converter.h"
 
 extern "C" {
 #include <libavutil/channel_layout.h>
@@ -186,7 +187,7 @@ public:
         if (output_.format && output_.format->pb) avio_closep(&output_.format->pb);
     }
 
-    Status Run(const std::string& target, Movie* written) {
+    Status Run(const std::string& target, const StoredSoundRequest* stored) {
         if (Status s = StartFfmpeg()) return s;
         if (Status s = Resolve(movie_, settings_, r_)) return s;
         std::unique_ptr<MixedBlockSource> source;
@@ -203,9 +204,15 @@ public:
         int rc = avcodec_parameters_from_context(stream.codecpar, codec_.get());
         if (rc < 0) return StatusFromAvError(rc, MediaStep::kWriting);
         stream.time_base = codec_->time_base;
-        if (written && NeedsDecodingToRead())
-            if (Status s = decoder_.Start(*stream.codecpar, r_.channels)) return s;
-        decoding_ = written && NeedsDecodingToRead();
+        decoding_ = stored && NeedsDecodingToRead();
+        keepMono8_ = decoding_ && stored->rate == r_.rate;
+        if (decoding_) {
+            prefix_ = stored->out->size();
+            const auto keep = keepMono8_ ? PacketDecoder::Keep::kMono8 : PacketDecoder::Keep::kFloats;
+            if (Status s = decoder_.Start(*stream.codecpar, r_.channels, StatedMixFrames(movie_, mix), keep,
+                                          keepMono8_ ? std::move(*stored->out) : std::vector<uint8_t>()))
+                return s;
+        }
         if ((rc = avio_open(&output_.format->pb, pending_.TemporaryPath().c_str(), AVIO_FLAG_WRITE)) < 0)
             return StatusFromAvError(rc, MediaStep::kWriting);
         if ((rc = avformat_write_header(output_.format.get(), nullptr)) < 0)
@@ -214,13 +221,22 @@ public:
         if ((rc = av_write_trailer(output_.format.get())) < 0) return StatusFromAvError(rc, MediaStep::kWriting);
         if ((rc = avio_closep(&output_.format->pb)) < 0) return StatusFromAvError(rc, MediaStep::kWriting);
         PredecodedSound decoded;
+        std::vector<uint8_t> mono8;
         if (decoding_)
-            if (Status s = decoder_.Finish(decoded)) return s;
+            if (Status s = decoder_.Finish(decoded, mono8)) return s;
         if (Status s = pending_.Commit()) return s;
-        if (!written) return util::kNoError;
-        if (!decoding_) return MovieFromFile(target, *written);
-        if (Status s = TrimToWhatTheFilePlays(target, decoded)) return s;
-        return MovieFromFile(target, *written, &decoded);
+        if (!stored) return util::kNoError;
+        if (keepMono8_) return StoreMono8(target, std::move(mono8), *stored);
+        Movie written;
+        if (decoding_) {
+            if (Status s = TrimToWhatTheFilePlays(target, decoded)) return s;
+            if (Status s = MovieFromFile(target, written, &decoded)) return s;
+        } else if (Status s = MovieFromFile(target, written)) {
+            return s;
+        }
+        const Track* track = written.FirstSoundTrack();
+        if (!track) return MediaFailure(util::kNoSoundTrack, "the written file holds no sound");
+        return ConvertToMono8(track->media, stored->rate, stored->maxBytes, *stored->out);
     }
 
 private:
@@ -235,13 +251,38 @@ private:
     // them out, as it does reading the file; otherwise the container tells the reader (an MP4
     // edit list, Ogg granule positions), and the file's packets carry the same marks for us.
     Status TrimToWhatTheFilePlays(const std::string& path, PredecodedSound& decoded) const {
-        if (decoder_.MarkedSkippedSamples()) return util::kNoError;
+        int64_t skip = 0, kept = 0;
+        if (Status s = FramesTheFilePlays(path, decoded.Frames(), skip, kept)) return s;
+        decoded.skipped = skip;
+        decoded.kept = kept;
+        return util::kNoError;
+    }
+
+    // Of `decoded` frames, the first that a reader of the file hears and how many follow.
+    Status FramesTheFilePlays(const std::string& path, int64_t decoded, int64_t& first, int64_t& kept) const {
         int64_t skip = 0, discard = 0;
-        if (Status s = SkipMarksOfFile(path, skip, discard)) return s;
-        const size_t channels = size_t(decoded.channels);
-        skip = std::min(skip, decoded.Frames());
-        decoded.samples.erase(decoded.samples.begin(), decoded.samples.begin() + std::ptrdiff_t(skip * int64_t(channels)));
-        decoded.samples.resize(size_t(std::max<int64_t>(0, decoded.Frames() - discard)) * channels);
+        if (!decoder_.MarkedSkippedSamples())
+            if (Status s = SkipMarksOfFile(path, skip, discard)) return s;
+        first = std::min(skip, decoded);
+        kept = std::max<int64_t>(0, decoded - first - discard);
+        return util::kNoError;
+    }
+
+    // The 8-bit frames decoded while encoding (after the prefix the request's vector held), cut
+    // to what ConvertToMono8 would read of the file: the frames it plays, no more than its
+    // container states.
+    Status StoreMono8(const std::string& path, std::vector<uint8_t>&& mono8, const StoredSoundRequest& stored) const {
+        const size_t prefix = prefix_;
+        int64_t first = 0, kept = 0, stated = 0;
+        if (Status s = FramesTheFilePlays(path, int64_t(mono8.size() - prefix), first, kept)) return s;
+        if (Status s = StatedSoundFrames(path, kept, stated)) return s;
+        if (stated < 0 || uint64_t(stated) > stored.maxBytes)
+            return SoundTooLarge("the sound is too long to store in a container");
+        const int64_t frames = std::min(stated, kept);
+        if (first > 0)
+            mono8.erase(mono8.begin() + std::ptrdiff_t(prefix), mono8.begin() + std::ptrdiff_t(prefix + size_t(first)));
+        mono8.resize(prefix + size_t(frames));
+        *stored.out = std::move(mono8);
         return util::kNoError;
     }
 
@@ -302,28 +343,28 @@ private:
         } catch (const std::bad_alloc&) {
             return MediaFailure(util::kMemoryFull, "no memory to encode");
         }
+        // One frame's buffers serve every block; an encoder that still holds them makes us copy first.
+        frame->format = codec_->sample_fmt;
+        frame->sample_rate = r_.rate;
+        frame->nb_samples = frameSize;
+        int rc = av_channel_layout_copy(&frame->ch_layout, &codec_->ch_layout);
+        if (rc >= 0) rc = av_frame_get_buffer(frame.get(), 0);
+        if (rc < 0) return StatusFromAvError(rc, MediaStep::kWriting);
         for (;;) {
             if (Status s = StopRequestStatus()) return s;
             size_t frames = 0;
             if (Status s = source.Read(block.data(), size_t(frameSize), frames)) return s;
             if (frames == 0) break;
-            frame->format = codec_->sample_fmt;
-            frame->sample_rate = r_.rate;
+            if ((rc = av_frame_make_writable(frame.get())) < 0) return StatusFromAvError(rc, MediaStep::kWriting);
             frame->nb_samples = int(frames);
-            int rc = av_channel_layout_copy(&frame->ch_layout, &codec_->ch_layout);
-            if (rc >= 0) rc = av_frame_get_buffer(frame.get(), 0);
-            if (rc < 0) return StatusFromAvError(rc, MediaStep::kWriting);
             FillFrame(block.data(), int(frames), r_.channels, *frame);
             frame->pts = framesIn_;
             framesIn_ += int64_t(frames);
-            rc = avcodec_send_frame(codec_.get(), frame.get());
-            av_frame_unref(frame.get());
-            if (rc < 0) return StatusFromAvError(rc, MediaStep::kWriting);
+            if ((rc = avcodec_send_frame(codec_.get(), frame.get())) < 0) return StatusFromAvError(rc, MediaStep::kWriting);
             if (Status s = Drain(packet.get())) return s;
             if (frames < size_t(frameSize)) break;
         }
-        const int rc = avcodec_send_frame(codec_.get(), nullptr);
-        if (rc < 0) return StatusFromAvError(rc, MediaStep::kWriting);
+        if ((rc = avcodec_send_frame(codec_.get(), nullptr)) < 0) return StatusFromAvError(rc, MediaStep::kWriting);
         return Drain(packet.get());
     }
 
@@ -335,15 +376,18 @@ private:
     CodecContextPtr codec_;
     PacketDecoder decoder_;
     bool decoding_ = false;
+    bool keepMono8_ = false;
+    size_t prefix_ = 0;  // bytes the request's vector held before the sound
     int64_t framesIn_ = 0;
 };
 
 }  // namespace
 
-Status ExportSound(const Movie& movie, const ExportSettings& settings, const std::string& target, Movie* written) {
+Status ExportSound(const Movie& movie, const ExportSettings& settings, const std::string& target,
+                   const StoredSoundRequest* stored) {
     try {
         Conversion conversion(movie, settings);
-        return conversion.Run(target, written);
+        return conversion.Run(target, stored);
     } catch (const std::bad_alloc&) {
         return MediaFailure(util::kMemoryFull, "no memory to convert the sound");
     }

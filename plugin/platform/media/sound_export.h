@@ -7,7 +7,9 @@
 #include "platform/media/export_settings.h"
 #include "platform/media/movie.h"
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 namespace vd::media {
 
@@ -15,10 +17,17 @@ namespace vd::media {
 // exporter cannot take (a sample size it does not write); util::kNoSoundTrack for a movie without
 // sound; the encoder's or the file's failure otherwise. The target is untouched on failure.
 //
-// With `written`, the file is also opened as a movie once complete, as MovieFromFile opens it; a
-// compressed sound is then decoded on a second thread while it is encoded, so that the movie is
-// ready without decoding the file again.
+// With `stored`, the written file's sound is also handed back as a container stores sounds:
+// what ConvertToMono8 makes of the file's sound at stored->rate, appended to *stored->out. A
+// compressed sound is decoded for it on a second thread while it is encoded, so that it is ready
+// when the file is, without decoding the file again.
+struct StoredSoundRequest {
+    int32_t rate = 44100;
+    uint64_t maxBytes = 0;
+    std::vector<uint8_t>* out = nullptr;
+};
+
 Status ExportSound(const Movie& movie, const ExportSettings& settings, const std::string& target,
-                   Movie* written = nullptr);
+                   const StoredSoundRequest* stored = nullptr);
 
 }  // namespace vd::media

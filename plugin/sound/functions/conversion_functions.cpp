@@ -89,9 +89,13 @@ fmapi::Outcome ConvertSoundFunction(const FunctionCall& call) {
     struct stat info {};
     if (::stat(target.c_str(), &info) == 0 && S_ISDIR(info.st_mode)) return StepFailure(util::kNotAFile, kConvertFailed);
 
-    media::Movie written;
-    if (media::Status s = media::ExportSound(sound.movie, settings, target, &written)) return StepFailure(s, kConvertFailed);
-    return SoundResult(written, kConvertFailed);
+    // The sound is stored as the file plays it, made while the file is written.
+    return SoundResult(
+        [&](int32_t rate, uint64_t maxBytes, std::vector<uint8_t>& out) {
+            const media::StoredSoundRequest stored{rate, maxBytes, &out};
+            return media::ExportSound(sound.movie, settings, target, &stored);
+        },
+        kConvertFailed);
 }
 
 }  // namespace vd::sound
