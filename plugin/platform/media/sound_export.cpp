@@ -260,8 +260,10 @@ private:
 
     // Of `decoded` frames, the first that a reader of the file hears and how many follow.
     Status FramesTheFilePlays(const std::string& path, int64_t decoded, int64_t& first, int64_t& kept) const {
+        // An encoder without priming (FLAC, PCM) gives the container nothing to mark; reading the
+        // marks would cost a pass over the file.
         int64_t skip = 0, discard = 0;
-        if (!decoder_.MarkedSkippedSamples())
+        if (!decoder_.MarkedSkippedSamples() && codec_->initial_padding > 0)
             if (Status s = SkipMarksOfFile(path, skip, discard)) return s;
         first = std::min(skip, decoded);
         kept = std::max<int64_t>(0, decoded - first - discard);
@@ -352,12 +354,16 @@ private:
         if (rc < 0) return StatusFromAvError(rc, MediaStep::kWriting);
         for (;;) {
             if (Status s = StopRequestStatus()) return s;
-            size_t frames = 0;
-            if (Status s = source.Read(block.data(), size_t(frameSize), frames)) return s;
-            if (frames == 0) break;
             if ((rc = av_frame_make_writable(frame.get())) < 0) return StatusFromAvError(rc, MediaStep::kWriting);
+            // Interleaved 16-bit samples, what most PCM and FLAC encoders take, go straight into the frame.
+            const bool direct = codec_->sample_fmt == AV_SAMPLE_FMT_S16;
+            size_t frames = 0;
+            if (Status s = source.Read(direct ? reinterpret_cast<int16_t*>(frame->data[0]) : block.data(),
+                                       size_t(frameSize), frames))
+                return s;
+            if (frames == 0) break;
             frame->nb_samples = int(frames);
-            FillFrame(block.data(), int(frames), r_.channels, *frame);
+            if (!direct) FillFrame(block.data(), int(frames), r_.channels, *frame);
             frame->pts = framesIn_;
             framesIn_ += int64_t(frames);
             if ((rc = avcodec_send_frame(codec_.get(), frame.get())) < 0) return StatusFromAvError(rc, MediaStep::kWriting);
