@@ -166,6 +166,16 @@ Status StatMediaFile(const std::string& path, struct stat& info) {
     return util::kNoError;
 }
 
+// The file's demuxer, its streams found.
+Status OpenInput(const std::string& path, InputFormatPtr& format) {
+    AVFormatContext* raw = nullptr;  // avformat_open_input frees the context itself when it fails
+    int rc = avformat_open_input(&raw, path.c_str(), nullptr, nullptr);
+    if (rc < 0) return StatusFromAvError(rc, MediaStep::kOpening);
+    format.reset(raw);
+    if ((rc = avformat_find_stream_info(raw, nullptr)) < 0) return StatusFromAvError(rc, MediaStep::kOpening);
+    return util::kNoError;
+}
+
 }  // namespace
 
 Status MovieFromFile(const std::string& path, Movie& movie, PredecodedSound* predecoded) {
@@ -178,11 +188,9 @@ Status MovieFromFile(const std::string& path, Movie& movie, PredecodedSound* pre
 
 Status StatedSoundFrames(const std::string& path, int64_t decodedFrames, int64_t& frames) {
     if (Status s = StartFfmpeg()) return s;
-    AVFormatContext* raw = nullptr;  // avformat_open_input frees the context itself when it fails
-    int rc = avformat_open_input(&raw, path.c_str(), nullptr, nullptr);
-    if (rc < 0) return StatusFromAvError(rc, MediaStep::kOpening);
-    InputFormatPtr format(raw);
-    if ((rc = avformat_find_stream_info(raw, nullptr)) < 0) return StatusFromAvError(rc, MediaStep::kOpening);
+    InputFormatPtr format;
+    if (Status s = OpenInput(path, format)) return s;
+    AVFormatContext* raw = format.get();
     for (unsigned i = 0; i < raw->nb_streams; ++i) {
         const AVStream& stream = *raw->streams[i];
         const AVCodecParameters& p = *stream.codecpar;
@@ -198,12 +206,9 @@ Status MovieFromFileByLibraries(const std::string& path, Movie& movie, Predecode
     struct stat info {};
     if (Status s = StatMediaFile(path, info)) return s;
     if (Status s = StartFfmpeg()) return s;
-
-    AVFormatContext* raw = nullptr;  // avformat_open_input frees the context itself when it fails
-    int rc = avformat_open_input(&raw, path.c_str(), nullptr, nullptr);
-    if (rc < 0) return StatusFromAvError(rc, MediaStep::kOpening);
-    InputFormatPtr format(raw);
-    if ((rc = avformat_find_stream_info(raw, nullptr)) < 0) return StatusFromAvError(rc, MediaStep::kOpening);
+    InputFormatPtr format;
+    if (Status s = OpenInput(path, format)) return s;
+    AVFormatContext* raw = format.get();
 
     try {
         Movie opened;

@@ -192,7 +192,6 @@ public:
         if (Status s = Resolve(movie_, settings_, r_)) return s;
         std::unique_ptr<MixedBlockSource> source;
         OutputFormat mix;
-        mix.fileType = settings_.subtype;
         mix.sampleRate = r_.rate;
         mix.channels = int16_t(r_.channels);
         if (Status s = MixedBlockSource::Open(movie_, mix, {}, source)) return s;

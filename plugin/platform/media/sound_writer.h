@@ -1,7 +1,6 @@
-// Where rendered sound goes: a writer for one output file format. Only WAV exists today; the
-// output format names the container and codec (as the Mac's exporter subtype did) and carries
-// the settings, so conversion adds writers over libavformat muxers and encoders behind the same
-// interface.
+// Where rendered sound goes: the WAV writer of the sound functions' own results, which copies
+// 16-bit samples through without an encoder. Conversion into the other formats (and WAV files of
+// other settings) goes through the exporters' muxers and encoders instead (sound_export.h).
 #pragma once
 
 #include "platform/media/errors.h"
@@ -14,12 +13,10 @@
 namespace vd::media {
 
 struct OutputFormat {
-    FourCharCode fileType = FourCC("WAVE");  // the exporter subtype: 'WAVE', later 'AIFF', 'MP3 '...
+    FourCharCode fileType = FourCC("WAVE");
     int32_t sampleRate = 44100;
     int16_t channels = 2;
     int16_t sampleSize = 16;
-    int64_t bitRate = 0;                     // for encoders that take one; 0 = their default
-    int quality = -1;                        // for encoders that take one; -1 = their default
 };
 
 // The fixed settings of every sound function's result: WAV, 44100 Hz, 16 bits, stereo, 'sowt'.

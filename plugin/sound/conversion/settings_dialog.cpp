@@ -47,16 +47,6 @@ platform::ui::FormChoice ChoiceFor(ExportSettingKind kind, int32_t value) {
     return {number, number};
 }
 
-int32_t& FieldOf(media::ExportSettings& s, ExportSettingKind kind, int32_t& scratch) {
-    switch (kind) {
-        case ExportSettingKind::kSampleRate: return s.sampleRate;
-        case ExportSettingKind::kBitRate: return s.bitRate;
-        case ExportSettingKind::kQuality: return s.quality;
-        case ExportSettingKind::kCompressionLevel: return s.compressionLevel;
-        default: return scratch;  // the 16-bit fields go through Store
-    }
-}
-
 int32_t Current(const media::ExportSettings& s, ExportSettingKind kind) {
     switch (kind) {
         case ExportSettingKind::kSampleRate: return s.sampleRate;
@@ -70,10 +60,14 @@ int32_t Current(const media::ExportSettings& s, ExportSettingKind kind) {
 }
 
 void Store(media::ExportSettings& s, ExportSettingKind kind, int32_t value) {
-    int32_t scratch = 0;
-    if (kind == ExportSettingKind::kChannels) s.channels = int16_t(value);
-    else if (kind == ExportSettingKind::kSampleSize) s.sampleSize = int16_t(value);
-    else FieldOf(s, kind, scratch) = value;
+    switch (kind) {
+        case ExportSettingKind::kSampleRate: s.sampleRate = value; break;
+        case ExportSettingKind::kChannels: s.channels = int16_t(value); break;
+        case ExportSettingKind::kSampleSize: s.sampleSize = int16_t(value); break;
+        case ExportSettingKind::kBitRate: s.bitRate = value; break;
+        case ExportSettingKind::kQuality: s.quality = value; break;
+        case ExportSettingKind::kCompressionLevel: s.compressionLevel = value; break;
+    }
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "platform/media/export_settings.h"
 #include "platform/media/exporters.h"
 #include "platform/media/sound_export.h"
+#include "util/settings_text.h"
 
 #include <map>
 #include <sstream>
@@ -167,6 +168,12 @@ TEST_F(ConversionTest, AFailedOrCancelledConversionLeavesTheTargetAsItWas) {
     EXPECT_EQ(Convert(source, target, "WAVE", mp3), failed) << "settings of another exporter";
     EXPECT_EQ(Convert(source, target, "WAV", mp3), failed);
     EXPECT_EQ(Convert(source, target, "WAVE", "<hex>00</hex>"), "$-50:Vandrel_ConvertSound: Could not resolve hex.");
+    // Settings the encoder refuses once the file is begun: an Opus bit rate of 100 bit/s.
+    std::string refused;
+    ASSERT_EQ(vd::util::SettingsToHexText(
+                  vd::media::ExportSettingsBytes({vd::media::FourCC("Opus"), 0, 0, 0, 100, -1, -1}), refused),
+              0);
+    EXPECT_TRUE(Convert(source, target, "Opus", refused).ends_with(": Could not convert sound to the desired format."));
     Answer("cancel");
     EXPECT_EQ(Text(u"Vandrel_ConvertSound ( $a ; $b ; \"WAVE\" )", {vdhost::makeTextUtf8(source), vdhost::makeTextUtf8(target)}),
               "$-128:Vandrel_ConvertSound: Operation canceled by the user.");
