@@ -15,6 +15,12 @@ Outcome Outcome::Text(std::u16string units) { return {0, {}, std::move(units), f
 
 Outcome Outcome::Number(int32_t value) { return {0, {}, value, false}; }
 
+Outcome Outcome::Number(double value) { return {0, {}, value, false}; }
+
+Outcome Outcome::Nothing() { return {0, {}, std::monostate{}, false}; }
+
+Outcome Outcome::FailureWithNumber(int32_t status, double value) { return {status, {}, value, true}; }
+
 Outcome Outcome::Data(OwnedData value) { return {0, {}, std::move(value), false}; }
 
 Outcome Outcome::Failure(int32_t status, std::string message) {
@@ -22,10 +28,14 @@ Outcome Outcome::Failure(int32_t status, std::string message) {
 }
 
 FMX_ErrCode Outcome::SetValue(FMX_Data* result) const {
-    if (failed_) return 0;
+    if (failed_) {
+        const auto* number = std::get_if<double>(&value_);
+        return number ? SetResultNumber(result, *number) : 0;
+    }
     if (const auto* text = std::get_if<std::string>(&value_)) return SetResultUtf8(result, *text);
     if (const auto* units = std::get_if<std::u16string>(&value_)) return SetResultUtf16(result, *units);
     if (const auto* number = std::get_if<int32_t>(&value_)) return SetResultNumber(result, *number);
+    if (const auto* number = std::get_if<double>(&value_)) return SetResultNumber(result, *number);
     if (const auto* data = std::get_if<OwnedData>(&value_))
         return SetResultBinary(result, DataGetBinaryData(data->get()));
     return 0;

@@ -32,6 +32,9 @@ public:
     static Outcome Text(std::string utf8);
     static Outcome Text(std::u16string units);
     static Outcome Number(int32_t value);
+    static Outcome Number(double value);
+    // A success that sets no result at all.
+    static Outcome Nothing();
     // A data value the operation filled, such as a container made through the container layer.
     static Outcome Data(OwnedData value);
 
@@ -39,16 +42,20 @@ public:
     // text. The result becomes the status text. A status of 0 is still a failure when the function
     // says so ("$0:...: Cancel").
     static Outcome Failure(int32_t status, std::string message = {});
+    // A failure that still sets a number as the result, for functions that answer their failures
+    // as the call's error code (Reporting::kErrorCode) and a value beside it.
+    static Outcome FailureWithNumber(int32_t status, double value);
 
     bool Failed() const noexcept { return failed_; }
     int32_t Status() const noexcept { return status_; }
     const std::string& Message() const noexcept { return message_; }
 
-    // Sets a success's value as the host's result (a failure sets nothing); 0 or the host's code.
+    // Sets a success's value as the host's result (a failure sets nothing but a number it was
+    // given); 0 or the host's code.
     FMX_ErrCode SetValue(FMX_Data* result) const;
 
 private:
-    using Value = std::variant<std::monostate, std::string, std::u16string, int32_t, OwnedData>;
+    using Value = std::variant<std::monostate, std::string, std::u16string, int32_t, double, OwnedData>;
 
     Outcome(int32_t status, std::string message, Value value, bool failed);
 

@@ -2,6 +2,7 @@
 
 #include "files/functions/file_functions.h"
 #include "frame/functions/frame_functions.h"
+#include "playback/functions/playback_functions.h"
 #include "sound/functions/sound_functions.h"
 #include "util/status_codes.h"
 
@@ -70,7 +71,7 @@ constexpr auto kUI = kShownEverywhere;
 // Ids never change: databases store calls by id.
 constexpr std::array kTable{
     Sound(1, "Vandrel_Version", 1, 1, kNoUI, VersionFunction, {1, 1, util::kBadParameter}),
-    Sound(2, "Vandrel_PlaySound", 1, 4, kUI),
+    Sound(2, "Vandrel_PlaySound", 1, 4, kUI, playback::PlaySoundFunction),
     Sound(3, "Vandrel_CreateSound", 1, -1, kNoUI, sound::CreateSoundFunction),
     Sound(4, "Vandrel_AppendSound", 2, 2, kNoUI, sound::AppendSoundFunction,
           Requires(2, 2, "This function requires exactly 2 parameters.")),
@@ -92,7 +93,7 @@ constexpr std::array kTable{
           Requires(5, 5, "This function expects 5 parameters.")),
     Reported(Sound(13, "Vandrel_GetLastError", 0, 0, kNoUI, LastErrorFunction, RequiresExactly(0)),
              Reporting::kKeepsLastError),
-    Sound(14, "Vandrel_StopSound", 0, 0, kUI),
+    Sound(14, "Vandrel_StopSound", 0, 0, kUI, playback::StopSoundFunction),
     Sound(15, "Vandrel_ExtractInfo", 1, 2, kNoUI, sound::ExtractInfoFunction,
           Requires(1, 2, "This function requires 1 or 2 arguments.")),
     Sound(16, "Vandrel_InsertQuickTime", 0, 1, kUI),
@@ -100,11 +101,11 @@ constexpr std::array kTable{
     Sound(18, "Vandrel_RecordSoundStop", 0, 0, kUI),
     Sound(19, "Vandrel_RecordSoundPause", 0, 0, kUI),
     Sound(20, "Vandrel_RecordSoundFormatDialog", 0, 0, kUI),
-    Sound(21, "Vandrel_Get", 1, 1, kNoUI),
+    Reported(Sound(21, "Vandrel_Get", 1, 1, kNoUI, playback::GetFunction), Reporting::kErrorCode),
     Sound(22, "Vandrel_SetMetadata", 2, -1, kNoUI),
-    Sound(23, "Vandrel_Set", 1, 2, kNoUI),
+    Reported(Sound(23, "Vandrel_Set", 1, 2, kNoUI, playback::SetFunction), Reporting::kErrorCode),
     Sound(24, "Vandrel_GetMetadata", 1, 3, kNoUI),
-    Sound(25, "Vandrel_PlayPause", 0, 1, kUI),
+    Sound(25, "Vandrel_PlayPause", 0, 1, kUI, playback::PlayPauseFunction),
     // Normalize is Amplify with its mode chosen: the result answers what Amplify would, while
     // Vandrel_GetLastError tells the outcome as Normalize's own.
     AnsweringAs(Sound(26, "Vandrel_Normalize", 1, 1, kNoUI, sound::NormalizeFunction,

@@ -38,6 +38,8 @@ enum class Reporting {
     kEmptyResult,     // a failure leaves the result empty; the status is for Vandrel_GetLastError
     kKeepsLastError,  // reports on the error object, which it leaves as it is; a refused count
                       // answers a status text without a name
+    kErrorCode,       // a failure is the call's error code to the host, beside whatever number
+                      // the outcome still sets; the error object holds its message as usual
 };
 
 struct FunctionEntry {

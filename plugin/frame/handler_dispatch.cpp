@@ -44,6 +44,10 @@ FMX_ErrCode Answer(const FunctionEntry& entry, const FunctionCall& call, FMX_Dat
     gLastError.Set(outcome->Status(), outcome->Message());
     if (!outcome->Failed()) return outcome->SetValue(result);
     if (entry.reporting == Reporting::kEmptyResult) return 0;
+    if (entry.reporting == Reporting::kErrorCode) {
+        outcome->SetValue(result);
+        return static_cast<FMX_ErrCode>(outcome->Status());
+    }
     return SetResultUtf8(result, StatusText(gLastError.Code(), answeringName, gLastError.Message()));
 }
 

@@ -2,6 +2,7 @@
 
 #include "container/container_subsystem.h"
 #include "fmapi/subsystem_hooks.h"
+#include "playback/playback_subsystem.h"
 #include "sound/sound_subsystem.h"
 
 #include <array>
@@ -11,7 +12,8 @@ namespace vd {
 
 namespace {
 
-constexpr std::array<const SubsystemHooks*, 2> kSubsystems{&container::kContainerSubsystem, &sound::kSoundSubsystem};
+constexpr std::array<const SubsystemHooks*, 3> kSubsystems{&container::kContainerSubsystem, &sound::kSoundSubsystem,
+                                                           &playback::kPlaybackSubsystem};
 
 void ShutDownFirst(size_t count) noexcept {
     for (size_t i = count; i-- > 0;) {

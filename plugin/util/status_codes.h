@@ -36,6 +36,7 @@ inline constexpr Status kFileTooLarge = -1309;     // fileBoundsErr: past what a
 inline constexpr Status kNotAFolder = -1407;       // the item that should hold the target is a file
 inline constexpr Status kCorruptData = -2001;      // no image or sound description we read; samples the caller cannot process
 inline constexpr Status kNoCodec = -2003;          // cantFindHandler: no decoder or demuxer
+inline constexpr Status kGestaltUndefined = -5551;  // gestaltUndefSelectorErr: the media layer's version is unknown
 inline constexpr Status kNoComponent = -2005;      // badComponentType: no loader, saver or exporter
 inline constexpr Status kInvalidMedia = -2008;
 inline constexpr Status kInvalidTrack = -2009;
