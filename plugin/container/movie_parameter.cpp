@@ -26,11 +26,11 @@ namespace {
 // A reference text or path opened as a movie; only its first kReferenceTextLimit bytes are read.
 // A text longer than the system allows any path to be is a bad name: cut, it would name another
 // file, and "not found" would send the user looking for one that cannot exist.
-int32_t OpenReference(std::string_view text, media::Movie& movie) {
+int32_t OpenReference(std::string_view text, media::Movie& movie, const media::OpenOptions& options) {
     if (text.size() >= PATH_MAX) return util::kBadName;
     util::FileLocation location;
     if (int32_t e = ResolveAgainstDatabase(text.substr(0, kReferenceTextLimit), location)) return e;
-    return media::MovieFromFile(util::FullPath(location), movie);
+    return media::MovieFromFile(util::FullPath(location), movie, options);
 }
 
 bool IsExistingFile(std::string_view line, std::string& path) {
@@ -43,11 +43,11 @@ bool IsExistingFile(std::string_view line, std::string& path) {
 
 // The lines of a by-reference container ("size:w,h", a relative and an absolute reference) tried
 // in order until one names a file.
-int32_t OpenStoredReference(const FMX_Data* parameter, media::Movie& movie) {
+int32_t OpenStoredReference(const FMX_Data* parameter, media::Movie& movie, const media::OpenOptions& options) {
     const std::string text = ArgCText(fmapi::DataGetAsText(parameter));
     for (std::string_view line : StoredReferenceLines(text)) {
         std::string path;
-        if (IsExistingFile(line, path)) return media::MovieFromFile(path, movie);
+        if (IsExistingFile(line, path)) return media::MovieFromFile(path, movie, options);
     }
     return util::kFileNotFound;
 }
@@ -69,7 +69,8 @@ int32_t OpenSoundStream(const FMX_BinaryData* binary, media::Movie& movie) {
 
 }  // namespace
 
-int32_t MovieFromParameter(const FMX_DataVect* args, uint32_t index, media::Movie& movie, bool& found) {
+int32_t MovieFromParameter(const FMX_DataVect* args, uint32_t index, media::Movie& movie, bool& found,
+                           const media::OpenOptions& options) {
     found = false;
     if (index >= ArgCount(args)) return util::kBadParameter;
     const FMX_Data* parameter = ArgData(args, index);
@@ -77,10 +78,10 @@ int32_t MovieFromParameter(const FMX_DataVect* args, uint32_t index, media::Movi
     int32_t e = 0;
     media::Movie opened;
     switch (ArgType(parameter)) {
-        case FMX_TYPE_TEXT: e = OpenReference(ArgCText(fmapi::DataGetAsText(parameter)), opened); break;
+        case FMX_TYPE_TEXT: e = OpenReference(ArgCText(fmapi::DataGetAsText(parameter)), opened, options); break;
         case FMX_TYPE_BINARY: {
             const FMX_BinaryData* binary = fmapi::DataGetBinaryData(parameter);
-            e = fmapi::BinaryGetCount(binary) > 0 ? OpenSoundStream(binary, opened) : OpenStoredReference(parameter, opened);
+            e = fmapi::BinaryGetCount(binary) > 0 ? OpenSoundStream(binary, opened) : OpenStoredReference(parameter, opened, options);
             break;
         }
         default: return 0;

@@ -178,12 +178,12 @@ Status OpenInput(const std::string& path, InputFormatPtr& format) {
 
 }  // namespace
 
-Status MovieFromFile(const std::string& path, Movie& movie, PredecodedSound* predecoded) {
+Status MovieFromFile(const std::string& path, Movie& movie, const OpenOptions& options) {
     struct stat info {};
     if (Status s = StatMediaFile(path, info)) return s;
     bool handled = false;
     if (Status s = MovieFromPlainWav(path, info, movie, handled); handled) return s;
-    return MovieFromFileByLibraries(path, movie, predecoded);
+    return MovieFromFileByLibraries(path, movie, options);
 }
 
 Status StatedSoundFrames(const std::string& path, int64_t decodedFrames, int64_t& frames) {
@@ -202,7 +202,8 @@ Status StatedSoundFrames(const std::string& path, int64_t decodedFrames, int64_t
     return MediaFailure(util::kNoSoundTrack, path + " holds no sound");
 }
 
-Status MovieFromFileByLibraries(const std::string& path, Movie& movie, PredecodedSound* predecoded) {
+Status MovieFromFileByLibraries(const std::string& path, Movie& movie, const OpenOptions& options) {
+    PredecodedSound* predecoded = options.predecoded;
     struct stat info {};
     if (Status s = StatMediaFile(path, info)) return s;
     if (Status s = StartFfmpeg()) return s;
@@ -257,7 +258,7 @@ Status MovieFromFileByLibraries(const std::string& path, Movie& movie, Predecode
                     continue;
                 }
                 auto store = std::make_shared<DecodingSampleStore>(path, int(i), p.ch_layout.nb_channels);
-                if (frames < 0 || StatedLengthIncludesPadding(p.codec_id)) {
+                if (frames < 0 || (options.exactLength && StatedLengthIncludesPadding(p.codec_id))) {
                     counted.emplace_back(store, &track);
                     continue;
                 }

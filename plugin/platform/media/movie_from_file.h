@@ -12,14 +12,21 @@ namespace vd::media {
 
 struct PredecodedSound;
 
+struct OpenOptions {
+    // What decoding the file's one compressed sound stream gives (a file just written by
+    // ExportSound): the movie reads it instead of decoding the file again.
+    PredecodedSound* predecoded = nullptr;
+    // MP3 states a length with its encoder's padding in it; the exact length takes decoding the
+    // whole file at open. A sound that is only to be played takes the stated length (a few
+    // hundredths of a second of silence too long at its end) and starts at once.
+    bool exactLength = true;
+};
+
 // util::kFileNotFound (-43), util::kPermissionDenied (-54), util::kNotAFile (-1302) for a folder, util::kMovieNotFound
 // (-2048) for an empty, truncated, corrupt or non-media file. A file with no sound opens;
 // callers that need sound check FirstSoundTrack (util::kNoSoundTrack).
 // Plain PCM WAV files are read without the media libraries (plain_wav.h).
-//
-// predecoded, when given, is what decoding the file's one compressed sound stream gives (a file
-// just written by ExportSound): the movie reads it instead of decoding the file again.
-Status MovieFromFile(const std::string& path, Movie& movie, PredecodedSound* predecoded = nullptr);
+Status MovieFromFile(const std::string& path, Movie& movie, const OpenOptions& options = {});
 
 // The same through the libraries alone, whatever the file: what MovieFromFile falls back to.
 // How many frames MovieFromFile gives the sound of a file with one sound stream whose decoding
@@ -27,6 +34,6 @@ Status MovieFromFile(const std::string& path, Movie& movie, PredecodedSound* pre
 // one cannot be trusted. Reads the file's header only.
 Status StatedSoundFrames(const std::string& path, int64_t decodedFrames, int64_t& frames);
 
-Status MovieFromFileByLibraries(const std::string& path, Movie& movie, PredecodedSound* predecoded = nullptr);
+Status MovieFromFileByLibraries(const std::string& path, Movie& movie, const OpenOptions& options = {});
 
 }  // namespace vd::media

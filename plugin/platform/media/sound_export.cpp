@@ -229,7 +229,7 @@ public:
         Movie written;
         if (decoding_) {
             if (Status s = TrimToWhatTheFilePlays(target, decoded)) return s;
-            if (Status s = MovieFromFile(target, written, &decoded)) return s;
+            if (Status s = MovieFromFile(target, written, OpenOptions{&decoded})) return s;
         } else if (Status s = MovieFromFile(target, written)) {
             return s;
         }

@@ -1,4 +1,5 @@
 #include "container/movie_parameter.h"
+#include "platform/media/movie_from_file.h"
 #include "fmapi/args/arguments.h"
 #include "fmapi/args/host_number.h"
 #include "fmapi/args/value_readers.h"
@@ -22,7 +23,10 @@ fmapi::Outcome PlaySoundFunction(const FunctionCall& call) {
 
     media::Movie movie;
     bool found = false;
-    if (int32_t e = container::MovieFromParameter(call.args, 0, movie, found))
+    // Played, not edited: a compressed sound starts at once rather than being counted to its end.
+    media::OpenOptions opening;
+    opening.exactLength = false;
+    if (int32_t e = container::MovieFromParameter(call.args, 0, movie, found, opening))
         return fmapi::Outcome::Failure(e, "Could not get parameter #1 as sound.");
     if (!found) return fmapi::Outcome::Failure(util::kBadParameter, "The container in argument #1 seems to be empty.");
 
