@@ -66,8 +66,7 @@ bool IsDone(const Voice& voice) {
 
 }  // namespace
 
-bool Mixer::Ready(Voice& voice, size_t frames) const {
-    const Fixed rate = std::max(voice.rate.load(std::memory_order_relaxed), 0);
+bool Mixer::Ready(Voice& voice, Fixed rate, size_t frames) const {
     if (rate == 0 || IsDone(voice)) return true;
     if (voice.parked) return false;
     if (voice.sourceOver.load(std::memory_order_acquire)) return true;
@@ -79,14 +78,19 @@ Mixer::Outcome Mixer::Render(float* out, size_t frames, bool waitForFrames, Even
     epoch_.fetch_add(1);
     std::fill(out, out + 2 * frames, 0.0f);
     const size_t used = slotsInUse_.load();
+    // The parameters are read once for the block (the rate before the check of the buffers, so
+    // that the check and the rendering agree).
     std::array<Voice*, kSlots> voices;
+    std::array<Fixed, kSlots> rates;
     for (size_t i = 0; i < used; ++i) {
         voices[i] = slots_[i].load();
-        if (voices[i]) TakeRewind(*voices[i]);
+        if (!voices[i]) continue;
+        TakeRewind(*voices[i]);
+        rates[i] = std::max(voices[i]->rate.load(std::memory_order_relaxed), 0);
     }
     if (waitForFrames)
         for (size_t i = 0; i < used; ++i)
-            if (voices[i] && !Ready(*voices[i], frames)) {
+            if (voices[i] && !Ready(*voices[i], rates[i], frames)) {
                 epoch_.fetch_add(1);
                 return Outcome::kNotReady;
             }
@@ -100,8 +104,7 @@ Mixer::Outcome Mixer::Render(float* out, size_t frames, bool waitForFrames, Even
         lastPlaying_[i] = false;
         if (!voice) continue;
 
-        // The parameters, read once for the block.
-        const Fixed rate = std::max(voice->rate.load(std::memory_order_relaxed), 0);
+        const Fixed rate = rates[i];
         const int16_t volume = voice->volume.load(std::memory_order_relaxed);
         const float balance = voice->balance.load(std::memory_order_relaxed);
         if (rate != voice->appliedRate && events) {

@@ -62,7 +62,7 @@ public:
     Outcome Render(float* out, size_t frames, bool waitForFrames, EventList* events);
 
 private:
-    bool Ready(Voice& voice, size_t frames) const;
+    bool Ready(Voice& voice, Fixed rate, size_t frames) const;
     void Mix(Voice& voice, float* out, size_t frames, EventList* events);
 
     std::array<std::atomic<Voice*>, kSlots> slots_{};

@@ -50,7 +50,7 @@ namespace {
 // the duration and comes back after.
 class QuietStandardError {
 public:
-    QuietStandardError() : saved_(::dup(2)) {
+    QuietStandardError() : saved_(::fcntl(2, F_DUPFD_CLOEXEC, 0)) {
         platform::UniqueFd null(::open("/dev/null", O_WRONLY | O_CLOEXEC));
         if (saved_.Valid() && null.Valid()) ::dup2(null.Get(), 2);
     }

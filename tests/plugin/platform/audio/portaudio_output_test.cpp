@@ -52,5 +52,22 @@ TEST(PortAudioOutputTest, TheDefaultDeviceGetsTheSamples) {
     }
 }
 
+TEST(PortAudioOutputTest, AMachineWithoutPortAudioIsToldSo) {
+    vdtest::TempFolder folder;
+    vdtest::writeFile(folder.path() / "tone.wav", vdtest::media::Pcm16Wav(vdtest::audio::Tone(100, 441), 2));
+    EXPECT_EXIT(
+        {
+            unsetenv("VANDREL_AUDIO");
+            setenv("VANDREL_AUDIO_LIBRARY", "unloadable", 1);
+            media::Movie movie;
+            std::unique_ptr<PlayingSound> sound;
+            if (media::MovieFromFile((folder.path() / "tone.wav").string(), movie) != util::kNoError) std::_Exit(2);
+            const Status status = PlayingSound::Make(std::move(movie), sound);
+            std::fprintf(stderr, "%d %s\n", status, media::LastMediaErrorDetail().c_str());
+            std::_Exit(0);
+        },
+        ::testing::ExitedWithCode(0), "-200 PortAudio cannot be loaded");
+}
+
 }  // namespace
 }  // namespace vd::audio
