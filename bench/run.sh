@@ -41,3 +41,8 @@ if wanted waveform; then
   echo "== Vandrel_DrawWaveform 1800 x 280 of a 10-minute WAV through vdhost against ffmpeg showwavespic (target: ratio <= 0.2)"
   "$build/bin/waveform_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/waveform.txt
 fi
+
+if wanted audio_mix; then
+  echo "== CPU time of mixing 100 simultaneous 44.1 kHz stereo sounds on the virtual device, per second of sound (target: <= 5% of one core)"
+  "$build/bin/audio_mix_bench" | tee out/bench/audio_mix.txt
+fi

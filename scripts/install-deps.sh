@@ -11,6 +11,8 @@ packages=(
   # plug-in: settings compression, the media layer (FFmpeg) and images (libvips); the -dev packages
   # give the headers and bring the libraries, which the plug-in loads when a function first needs them
   zlib1g-dev libavformat-dev libavcodec-dev libswresample-dev libavutil-dev libvips-dev
+  # the sound output (PortAudio: its header; the library is loaded when the first sound plays)
+  portaudio19-dev
   # the dialog module (GTK 3, loaded only when a dialog is shown) and opening items with their application
   libgtk-3-dev xdg-utils
   # tests and benchmarks (ffmpeg and sox make fixtures and are the tools we measure against)

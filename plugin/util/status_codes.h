@@ -28,6 +28,7 @@ inline constexpr Status kPermissionDenied = -54;   // a folder on the way may no
 inline constexpr Status kMemoryFull = -108;        // also for sizes too large to hold
 inline constexpr Status kFolderNotFound = -120;    // base folder missing, or ".." climbs above it
 inline constexpr Status kUserCancelled = -128;     // the user cancelled, or the process was told to stop
+inline constexpr Status kNoSoundOutput = -200;     // noHardwareErr: no sound output device to play on
 inline constexpr Status kBadChannel = -205;        // a channel the sound does not have
 inline constexpr Status kBadSoundFormat = -206;    // a "snd " resource we cannot read
 inline constexpr Status kBadSoundFileFormat = -208; // badFileFormat: sound data corrupt mid-way

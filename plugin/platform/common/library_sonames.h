@@ -9,6 +9,8 @@ inline constexpr const char* kAvFormatLibrary = "libavformat.so.59";
 inline constexpr const char* kAvCodecLibrary = "libavcodec.so.59";
 inline constexpr const char* kSwResampleLibrary = "libswresample.so.4";
 inline constexpr const char* kAvUtilLibrary = "libavutil.so.57";
+// The sound output (platform/audio), loaded when the first sound plays.
+inline constexpr const char* kPortAudioLibrary = "libportaudio.so.2";
 inline constexpr const char* kVipsLibrary = "libvips.so.42";
 // Never loaded by us: Debian's libvips saves JPEG through it, so without it there is no JPEG saver.
 inline constexpr const char* kJpegLibrary = "libjpeg.so.62";

@@ -1,0 +1,134 @@
+// The computer's default sound output through PortAudio, loaded when the first sound is made (not
+// with the plug-in: a machine without libportaudio still runs every other function).
+#include "platform/audio/output_device.h"
+
+#include "platform/common/lazy_library.h"
+#include "platform/common/library_sonames.h"
+#include "platform/common/unique_fd.h"
+
+#include <portaudio.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+namespace vd::audio {
+
+namespace {
+
+constexpr const char* kSonames[] = {platform::kPortAudioLibrary};
+
+#define VD_PORTAUDIO_FUNCTIONS(X)                                                                              \
+    X(0, Pa_Initialize, (void), ())                                                                           \
+    X(0, Pa_Terminate, (void), ())                                                                            \
+    X(0, Pa_GetErrorText, (PaError errorCode), (errorCode))                                                   \
+    X(0, Pa_OpenDefaultStream, (PaStream** stream, int numInputChannels, int numOutputChannels,               \
+                                PaSampleFormat sampleFormat, double sampleRate, unsigned long framesPerBuffer, \
+                                PaStreamCallback* streamCallback, void* userData),                            \
+      (stream, numInputChannels, numOutputChannels, sampleFormat, sampleRate, framesPerBuffer, streamCallback, \
+       userData))                                                                                             \
+    X(0, Pa_StartStream, (PaStream* stream), (stream))                                                        \
+    X(0, Pa_StopStream, (PaStream* stream), (stream))                                                         \
+    X(0, Pa_CloseStream, (PaStream* stream), (stream))
+
+enum Function : size_t { VD_PORTAUDIO_FUNCTIONS(VD_LAZY_INDEX) kFunctionCount };
+constexpr platform::LazySymbol kSymbols[] = {VD_PORTAUDIO_FUNCTIONS(VD_LAZY_SYMBOL)};
+static_assert(std::size(kSymbols) == kFunctionCount);
+
+}  // namespace
+
+void* gPortAudioAddresses[kFunctionCount];
+constinit platform::LazyLibraries gPortAudio(kSonames, kSymbols, gPortAudioAddresses, "VANDREL_AUDIO_LIBRARY");
+
+namespace {
+
+// ALSA and JACK print their probing (missing cards, no JACK server) on the standard error while
+// PortAudio starts and opens a stream; that is the host's terminal, so it goes to /dev/null for
+// the duration and comes back after.
+class QuietStandardError {
+public:
+    QuietStandardError() : saved_(::fcntl(2, F_DUPFD_CLOEXEC, 0)) {
+        platform::UniqueFd null(::open("/dev/null", O_WRONLY | O_CLOEXEC));
+        if (saved_.Valid() && null.Valid()) ::dup2(null.Get(), 2);
+    }
+    ~QuietStandardError() {
+        if (saved_.Valid()) ::dup2(saved_.Get(), 2);
+    }
+    QuietStandardError(const QuietStandardError&) = delete;
+    QuietStandardError& operator=(const QuietStandardError&) = delete;
+
+private:
+    platform::UniqueFd saved_;
+};
+
+Status PortAudioFailure(const char* step, PaError error) {
+    return media::MediaFailure(util::kNoSoundOutput, std::string("PortAudio: ") + step + ": " + Pa_GetErrorText(error));
+}
+
+class PortAudioDevice final : public OutputDevice {
+public:
+    explicit PortAudioDevice(BlockRenderer& renderer) : renderer_(renderer) {}
+
+    Status Start() {
+        QuietStandardError quiet;
+        if (const PaError error = Pa_Initialize(); error != paNoError) return PortAudioFailure("starting", error);
+        initialized_ = true;
+        if (const PaError error = Pa_OpenDefaultStream(&stream_, 0, 2, paFloat32, kOutputRate, kVirtualBlockFrames,
+                                                       &PortAudioDevice::Callback, this);
+            error != paNoError) {
+            stream_ = nullptr;
+            return PortAudioFailure("opening the default output", error);
+        }
+        if (const PaError error = Pa_StartStream(stream_); error != paNoError)
+            return PortAudioFailure("starting the default output", error);
+        return util::kNoError;
+    }
+
+    ~PortAudioDevice() override {
+        QuietStandardError quiet;
+        if (stream_) {
+            Pa_StopStream(stream_);
+            Pa_CloseStream(stream_);
+        }
+        if (initialized_) Pa_Terminate();
+    }
+
+private:
+    static int Callback(const void*, void* output, unsigned long frames, const PaStreamCallbackTimeInfo*,
+                        PaStreamCallbackFlags, void* self) {
+        auto& device = *static_cast<PortAudioDevice*>(self);
+        float* out = static_cast<float*>(output);
+        while (frames > 0) {
+            const size_t block = std::min<size_t>(frames, Mixer::kMaxBlock);
+            device.renderer_.RenderBlock(out, block, false, nullptr);
+            out += 2 * block;
+            frames -= block;
+        }
+        return paContinue;
+    }
+
+    BlockRenderer& renderer_;
+    PaStream* stream_ = nullptr;
+    bool initialized_ = false;
+};
+
+}  // namespace
+
+Status OpenPortAudioDevice(BlockRenderer& renderer, std::unique_ptr<OutputDevice>& device) {
+    if (const std::string_view problem = gPortAudio.Load(); !problem.empty())
+        return media::MediaFailure(util::kNoSoundOutput, "PortAudio cannot be loaded: " + std::string(problem));
+    auto opened = std::make_unique<PortAudioDevice>(renderer);
+    if (const Status status = opened->Start(); status != util::kNoError) return status;
+    device = std::move(opened);
+    return util::kNoError;
+}
+
+}  // namespace vd::audio
+
+#define VD_FORWARDER(library, name, parameters, arguments) \
+    VD_LAZY_FORWARDER(vd::audio::gPortAudio, vd::audio, name, parameters, arguments)
+VD_PORTAUDIO_FUNCTIONS(VD_FORWARDER)
+#undef VD_FORWARDER
