@@ -19,6 +19,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using vd::playback::MediaPool;
 
+// Identifiers go to the host as signed 32-bit numbers, as it reads them back (FixPt as long).
 // A call as the host makes it, in this program's own copy of the plug-in (so the pool is the one
 // these tests can look into): the result's text and the code handed back to the host.
 struct Answer {
@@ -98,7 +99,7 @@ TEST_F(PlaybackTest, PauseTempoAndStopWorkOnEverySound) {
     EXPECT_EQ(Call(kGet, {T("PlayStatus")}).text, "1");
 
     // Pausing one and toggling all inverts each by its own state.
-    EXPECT_EQ(Call(kPlayPause, {N(double(ids[0]))}).text, "$0:Vandrel_PlayPause: No error.");
+    EXPECT_EQ(Call(kPlayPause, {N(double(int32_t(ids[0])))}).text, "$0:Vandrel_PlayPause: No error.");
     EXPECT_FALSE(pool.IsPlaying(ids[0]));
     Call(kPlayPause, {});
     EXPECT_TRUE(pool.IsPlaying(ids[0]));
