@@ -37,6 +37,11 @@ if wanted sound_conversion; then
   "$build/bin/sound_conversion_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/sound_conversion.txt
 fi
 
+if wanted playback; then
+  echo "== Vandrel_PlaySound of a 10-minute MP3: the call (target <= 20 ms) and its first frame on the device (target <= 50 ms); through ALSA beside aplay"
+  "$build/bin/playback_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/playback.txt
+fi
+
 if wanted waveform; then
   echo "== Vandrel_DrawWaveform 1800 x 280 of a 10-minute WAV through vdhost against ffmpeg showwavespic (target: ratio <= 0.2)"
   "$build/bin/waveform_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/waveform.txt
