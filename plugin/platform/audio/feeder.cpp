@@ -1,5 +1,7 @@
 #include "platform/audio/feeder.h"
 
+#include "platform/common/interrupt_cleanup.h"
+
 #include <algorithm>
 #include <ctime>
 
@@ -68,6 +70,7 @@ bool Feeder::Feed(Voice& voice) {
 }
 
 void Feeder::Run() {
+    platform::IgnoreStopRequestsOnThisThread();
     while (!stopping_) {
         bool worked = false;
         {

@@ -1,5 +1,7 @@
 #include "platform/common/interrupt_cleanup.h"
 
+#include <atomic>
+
 #include "platform/common/temporary_file_ledger.h"
 
 #include <array>
@@ -20,7 +22,10 @@ struct Previous {
 };
 
 std::array<Previous, kStopSignals.size()> gPrevious{};
-volatile sig_atomic_t gStopRequested = 0;
+// Lock-free, so safe to set from the signal handler, and read by the threads of long loops.
+std::atomic<int> gStopRequested{0};
+static_assert(std::atomic<int>::is_always_lock_free);
+thread_local bool tIgnoresStopRequests = false;
 
 void OnStopSignal(int signal, siginfo_t* info, void* context) {
     const int savedErrno = errno;
@@ -76,8 +81,10 @@ void RemoveInterruptCleanup() noexcept {
     }
 }
 
-bool StopRequested() noexcept { return gStopRequested != 0; }
+bool StopRequested() noexcept { return !tIgnoresStopRequests && gStopRequested.load(std::memory_order_relaxed) != 0; }
 
-void ClearStopRequest() noexcept { gStopRequested = 0; }
+void ClearStopRequest() noexcept { gStopRequested.store(0, std::memory_order_relaxed); }
+
+void IgnoreStopRequestsOnThisThread() noexcept { tIgnoresStopRequests = true; }
 
 }  // namespace vd::platform

@@ -17,5 +17,9 @@ void RemoveInterruptCleanup() noexcept;
 bool StopRequested() noexcept;
 // At the start of every call: a signal that ended an earlier calculation does not stop this one.
 void ClearStopRequest() noexcept;
+// For threads that serve no host call (the one that feeds the sound output): a stop meant for the
+// running calculation must not end a sound that plays in the background, so on such a thread
+// StopRequested is always false.
+void IgnoreStopRequestsOnThisThread() noexcept;
 
 }  // namespace vd::platform
