@@ -58,18 +58,9 @@ double FirstSoundOfProgram(const std::vector<std::string>& args, const fs::path&
     // ALSA's file device starts its file afresh when it opens it.
     std::error_code error;
     fs::remove(raw, error);
-    std::vector<char*> argv;
-    for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
-    argv.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
     const auto start = Clock::now();
-    pid_t pid = 0;
-    const int rc = posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (rc != 0) return -1;
+    const pid_t pid = Start(args);
+    if (pid < 0) return -1;
     const double seconds = UntilSound(raw, 0, start);
     kill(pid, SIGTERM);
     waitpid(pid, nullptr, 0);

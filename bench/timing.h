@@ -34,7 +34,8 @@ inline double Seconds(Clock::duration d) { return std::chrono::duration<double>(
 // Wall time of one run in seconds, its output thrown away; negative when it could not start or failed.
 // peakKilobytes, when given, receives the run's peak resident memory, and cpuSeconds its user and
 // system time (which other work on a shared machine disturbs less than the wall time).
-inline double Run(const std::vector<std::string>& args, long* peakKilobytes = nullptr, double* cpuSeconds = nullptr) {
+// Starts a program found on PATH, its output thrown away; its pid, or -1 when it could not start.
+inline pid_t Start(const std::vector<std::string>& args) {
     std::vector<char*> argv;
     for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
     argv.push_back(nullptr);
@@ -42,11 +43,16 @@ inline double Run(const std::vector<std::string>& args, long* peakKilobytes = nu
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
     posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-    const auto start = Clock::now();
     pid_t pid = 0;
-    int rc = posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), environ);
+    const int rc = posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
-    if (rc != 0) return -1;
+    return rc == 0 ? pid : -1;
+}
+
+inline double Run(const std::vector<std::string>& args, long* peakKilobytes = nullptr, double* cpuSeconds = nullptr) {
+    const auto start = Clock::now();
+    const pid_t pid = Start(args);
+    if (pid < 0) return -1;
     int status = 0;
     rusage usage{};
     wait4(pid, &status, 0, &usage);

@@ -26,6 +26,10 @@ extern "C" {
 #include <iterator>
 #include <string>
 
+// A few of FFmpeg's functions carry warn-unused-result; the attribute does not travel into the
+// pointer types the lazy table is made of, which is all this warning says.
+#pragma GCC diagnostic ignored "-Wignored-attributes"
+
 // The sonames we load say which major versions we call; the headers we compiled against must be
 // the same ones, or the addresses would be called with another library's structures.
 static_assert(LIBAVFORMAT_VERSION_MAJOR == 59 && LIBAVCODEC_VERSION_MAJOR == 59 && LIBSWRESAMPLE_VERSION_MAJOR == 4 &&
