@@ -25,7 +25,7 @@ PlayingSound::PlayingSound(std::shared_ptr<Output> output, std::unique_ptr<Voice
 
 PlayingSound::~PlayingSound() { output_->Remove(*voice_); }
 
-void PlayingSound::Start() { voice_->rate = voice_->preferredRate.load(); }
+void PlayingSound::Start() { voice_->rate = std::max(voice_->preferredRate.load(), 0); }  // a negative tempo holds it
 void PlayingSound::Stop() { voice_->rate = 0; }
 void PlayingSound::GoToBeginning() { ++voice_->rewindRequest; }
 void PlayingSound::SetRate(Fixed rate) { voice_->rate = std::max(rate, 0); }

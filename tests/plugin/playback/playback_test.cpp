@@ -206,6 +206,18 @@ TEST_F(PlaybackTest, EveryFailureHasItsStatusText) {
     EXPECT_EQ(Call(kSet, {T("tempo"), N(1), N(0), N(0)}).code, -50);
 }
 
+TEST_F(PlaybackTest, WithoutAnOutputNothingPlaysAndTheCallSaysWhy) {
+    const std::string tone = Tone("short.wav", 0.1);
+    // The output is the process's own: a host of its own with an output that cannot be had.
+    for (const auto& [asynchronous, message] : {std::pair{"1", "Error adding sound to the asynchronous pool."},
+                                               std::pair{"0", "Error playing sound."}}) {
+        const auto r = runProcess({VDHOST_EXE, "--db", Path("NoOutput.vddb"), "eval",
+                                   "Vandrel_PlaySound ( \"" + tone + "\" ; " + asynchronous + " )"},
+                                  {{"VANDREL_AUDIO", "speakers"}});
+        EXPECT_EQ(r.out, "$-200:Vandrel_PlaySound: " + std::string(message) + "\n") << r.err;
+    }
+}
+
 TEST_F(PlaybackTest, WorkaroundWordsTakeTheirValueOredIn) {
     EXPECT_EQ(Text(u"Vandrel_Get ( \"RFWorkaround\" )"), "1");
     EXPECT_EQ(Text(u"Vandrel_Set ( \"rfworkaround\" ; 0 )"), "0");
