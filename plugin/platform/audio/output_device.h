@@ -8,6 +8,7 @@
 //                       PATH.log one line per event: "<frame> start|stop|rate|volume|balance|done
 //                       <sound number> <value>", frame being the index in the WAV where it took
 //                       effect. Without out= the frames are discarded.
+//       in=...          the input's options (input_device.h), taken here and left to the input
 //       speed=realtime  a block every 512/44100 s (the default)
 //       speed=fast      as fast as the sounds' buffers allow; a block waits until every playing
 //                       sound has its frames, so an underrun never turns into silence

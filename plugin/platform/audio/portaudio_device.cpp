@@ -1,5 +1,6 @@
 // The computer's default sound output through PortAudio, loaded when the first sound is made (not
 // with the plug-in: a machine without libportaudio still runs every other function).
+#include "platform/audio/input_device.h"
 #include "platform/audio/output_device.h"
 
 #include "platform/common/lazy_library.h"
@@ -115,7 +116,58 @@ private:
     bool initialized_ = false;
 };
 
+// PortAudio's default input, at the recording's rate and channels (ALSA's plug layer converts
+// what the card has). Its callback only hands the frames on: the sink neither locks nor allocates.
+class PortAudioInput final : public InputDevice {
+public:
+    explicit PortAudioInput(SampleSink& sink) : sink_(sink) {}
+
+    Status Start(int32_t rate, int channels) {
+        QuietStandardError quiet;
+        if (const PaError error = Pa_Initialize(); error != paNoError) return PortAudioFailure("starting", error);
+        initialized_ = true;
+        if (const PaError error = Pa_OpenDefaultStream(&stream_, channels, 0, paFloat32, rate, kInputBlockFrames,
+                                                       &PortAudioInput::Callback, this);
+            error != paNoError) {
+            stream_ = nullptr;
+            return PortAudioFailure("opening the default input", error);
+        }
+        if (const PaError error = Pa_StartStream(stream_); error != paNoError)
+            return PortAudioFailure("starting the default input", error);
+        return util::kNoError;
+    }
+
+    ~PortAudioInput() override {
+        QuietStandardError quiet;
+        if (stream_) {
+            Pa_StopStream(stream_);
+            Pa_CloseStream(stream_);
+        }
+        if (initialized_) Pa_Terminate();
+    }
+
+private:
+    static int Callback(const void* input, void*, unsigned long frames, const PaStreamCallbackTimeInfo*,
+                        PaStreamCallbackFlags, void* self) {
+        if (input) static_cast<PortAudioInput*>(self)->sink_.Deliver(static_cast<const float*>(input), frames);
+        return paContinue;
+    }
+
+    SampleSink& sink_;
+    PaStream* stream_ = nullptr;
+    bool initialized_ = false;
+};
+
 }  // namespace
+
+Status OpenPortAudioInput(int32_t rate, int channels, SampleSink& sink, std::unique_ptr<InputDevice>& device) {
+    if (const std::string_view problem = gPortAudio.Load(); !problem.empty())
+        return media::MediaFailure(util::kNoSoundOutput, "PortAudio cannot be loaded: " + std::string(problem));
+    auto opened = std::make_unique<PortAudioInput>(sink);
+    if (const Status status = opened->Start(rate, channels); status != util::kNoError) return status;
+    device = std::move(opened);
+    return util::kNoError;
+}
 
 Status OpenPortAudioDevice(BlockRenderer& renderer, std::unique_ptr<OutputDevice>& device) {
     if (const std::string_view problem = gPortAudio.Load(); !problem.empty())

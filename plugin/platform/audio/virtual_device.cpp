@@ -2,6 +2,7 @@
 // as the sounds are decoded, and may capture what it renders with a log of when each change took
 // effect (output_device.h).
 #include "platform/audio/output_device.h"
+#include "platform/audio/virtual_options.h"
 
 #include <atomic>
 #include <cerrno>
@@ -135,21 +136,10 @@ private:
 }  // namespace
 
 Status OpenVirtualDevice(const std::string& options, BlockRenderer& renderer, std::unique_ptr<OutputDevice>& device) {
-    bool fast = false;
-    std::string out;
-    size_t at = 0;
-    while (at < options.size()) {
-        size_t end = options.find(',', at);
-        if (end == std::string::npos) end = options.size();
-        const std::string option = options.substr(at, end - at);
-        at = end + 1;
-        if (option.rfind("out=", 0) == 0 && option.size() > 4) out = option.substr(4);
-        else if (option == "speed=fast") fast = true;
-        else if (option == "speed=realtime") fast = false;
-        else if (!option.empty())
-            return media::MediaFailure(util::kNoSoundOutput, "VANDREL_AUDIO: unknown option \"" + option +
-                                                                 "\" of the virtual output (out=PATH, speed=realtime|fast)");
-    }
+    VirtualOptions parsed;
+    if (const Status status = ParseVirtualOptions(options, parsed); status != util::kNoError) return status;
+    const bool fast = parsed.fast;
+    const std::string& out = parsed.out;
     std::unique_ptr<FloatWavCapture> capture;
     if (!out.empty())
         if (const Status status = FloatWavCapture::Open(out, capture); status != util::kNoError) return status;

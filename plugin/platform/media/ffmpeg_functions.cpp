@@ -62,6 +62,8 @@ constexpr const char* kSonames[] = {platform::kAvFormatLibrary, platform::kAvCod
     X(kAvFormat, avio_closep, (AVIOContext** s), (s))                                                               \
     X(kAvFormat, avformat_write_header, (AVFormatContext* s, AVDictionary** options), (s, options))                 \
     X(kAvFormat, av_write_trailer, (AVFormatContext* s), (s))                                                       \
+    X(kAvFormat, av_write_frame, (AVFormatContext* s, AVPacket* pkt), (s, pkt))                                    \
+    X(kAvFormat, avio_flush, (AVIOContext* s), (s))                                                                 \
     X(kAvFormat, av_interleaved_write_frame, (AVFormatContext* s, AVPacket* pkt), (s, pkt))                         \
     X(kAvCodec, avcodec_find_encoder_by_name, (const char* name), (name))                                           \
     X(kAvCodec, avcodec_parameters_from_context, (AVCodecParameters* par, const AVCodecContext* codec),             \
@@ -107,6 +109,9 @@ constexpr const char* kSonames[] = {platform::kAvFormatLibrary, platform::kAvCod
     X(kAvUtil, av_channel_layout_uninit, (AVChannelLayout* channel_layout), (channel_layout))                       \
     X(kAvUtil, av_dict_get, (const AVDictionary* m, const char* key, const AVDictionaryEntry* prev, int flags),     \
       (m, key, prev, flags))                                                                                        \
+    X(kAvUtil, av_dict_set, (AVDictionary** pm, const char* key, const char* value, int flags),                     \
+      (pm, key, value, flags))                                                                                      \
+    X(kAvUtil, av_dict_free, (AVDictionary** m), (m))                                                               \
     X(kAvUtil, av_parse_time, (int64_t* timeval, const char* timestr, int duration), (timeval, timestr, duration))  \
     X(kAvUtil, av_rescale_q, (int64_t a, AVRational bq, AVRational cq), (a, bq, cq))                                \
     X(kAvUtil, av_strerror, (int errnum, char* errbuf, size_t errbuf_size), (errnum, errbuf, errbuf_size))          \
