@@ -1,5 +1,6 @@
 // The database's location as the plug-in asks the host for it.
 #include "container/database_location.h"
+#include "container/reference_result.h"
 #include "container_test_support.h"
 #include "util/file_location.h"
 
@@ -37,6 +38,23 @@ TEST(DatabaseLocation, LocalDatabasesGiveTheirFolderAndRemoteOnesSayRemote) {
     EXPECT_NE(vd::container::ResolveAgainstDatabase("sounds/a.wav", location), 0);
     ASSERT_EQ(vd::container::ResolveAgainstDatabase((remote.Folder() / "x.wav").string(), location), 0);
     EXPECT_EQ(location.leafName, "x.wav");
+}
+
+TEST(DatabaseLocation, ReferenceTextsAreRelativeOnALocalDatabaseAndAbsoluteOnAHostedOne) {
+    std::string text;
+    {
+        HostWithDatabase local;
+        const std::string file = (local.Folder() / "sounds" / "a.wav").string();
+        ASSERT_EQ(vd::container::ReferenceText(file, "movie", 0, 0, text), 0);
+        EXPECT_EQ(text, "size:0,0\rmoviemac:sounds/a.wav\rmoviemac:" + file);
+        // A file beside the database's folder is still named from it; the size is unsigned.
+        ASSERT_EQ(vd::container::ReferenceText(local.Folder().parent_path().string() + "/b.png", "image", 640,
+                                               65535, text), 0);
+        EXPECT_EQ(text.substr(0, text.find('\r', 15)), "size:640,65535\rimagemac:../b.png");
+    }
+    HostWithDatabase remote(true);
+    ASSERT_EQ(vd::container::ReferenceText("/srv/a.wav", "file", 0, 0, text), 0);
+    EXPECT_EQ(text, "size:0,0\rfilemac:/srv/a.wav\rfilemac:/srv/a.wav");
 }
 
 TEST(DatabaseLocation, WithoutAHostThereIsNoPath) {
