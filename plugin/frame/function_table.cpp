@@ -3,6 +3,7 @@
 #include "files/functions/file_functions.h"
 #include "frame/functions/frame_functions.h"
 #include "playback/functions/playback_functions.h"
+#include "recording/functions/recording_functions.h"
 #include "sound/functions/sound_functions.h"
 #include "util/status_codes.h"
 
@@ -97,10 +98,12 @@ constexpr std::array kTable{
     Sound(15, "Vandrel_ExtractInfo", 1, 2, kNoUI, sound::ExtractInfoFunction,
           Requires(1, 2, "This function requires 1 or 2 arguments.")),
     Sound(16, "Vandrel_InsertQuickTime", 0, 1, kUI),
-    Sound(17, "Vandrel_RecordSoundStart", 0, 3, kUI),
-    Sound(18, "Vandrel_RecordSoundStop", 0, 0, kUI),
-    Sound(19, "Vandrel_RecordSoundPause", 0, 0, kUI),
-    Sound(20, "Vandrel_RecordSoundFormatDialog", 0, 0, kUI),
+    Reported(Sound(17, "Vandrel_RecordSoundStart", 0, 3, kUI, recording::RecordSoundStartFunction),
+             Reporting::kEmptyResult),
+    Reported(Sound(18, "Vandrel_RecordSoundStop", 0, 0, kUI, recording::RecordSoundStopFunction),
+             Reporting::kEmptyResult),
+    Sound(19, "Vandrel_RecordSoundPause", 0, 0, kUI, recording::RecordSoundPauseFunction),
+    Sound(20, "Vandrel_RecordSoundFormatDialog", 0, 0, kUI, recording::RecordSoundFormatDialogFunction),
     Reported(Sound(21, "Vandrel_Get", 1, 1, kNoUI, playback::GetFunction), Reporting::kErrorCode),
     Sound(22, "Vandrel_SetMetadata", 2, -1, kNoUI),
     Reported(Sound(23, "Vandrel_Set", 1, 2, kNoUI, playback::SetFunction), Reporting::kErrorCode),

@@ -3,6 +3,7 @@
 #include "container/container_subsystem.h"
 #include "fmapi/subsystem_hooks.h"
 #include "playback/playback_subsystem.h"
+#include "recording/recording_subsystem.h"
 #include "sound/sound_subsystem.h"
 
 #include <array>
@@ -12,8 +13,10 @@ namespace vd {
 
 namespace {
 
-constexpr std::array<const SubsystemHooks*, 3> kSubsystems{&container::kContainerSubsystem, &sound::kSoundSubsystem,
-                                                           &playback::kPlaybackSubsystem};
+// Shut down in the reverse order: the recorder before the playback pool whose timer idles it.
+constexpr std::array<const SubsystemHooks*, 4> kSubsystems{&container::kContainerSubsystem, &sound::kSoundSubsystem,
+                                                           &playback::kPlaybackSubsystem,
+                                                           &recording::kRecordingSubsystem};
 
 void ShutDownFirst(size_t count) noexcept {
     for (size_t i = count; i-- > 0;) {

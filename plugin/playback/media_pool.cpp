@@ -56,11 +56,9 @@ void MediaPool::Destroy() {
     gPool = nullptr;
 }
 
-MediaPool::~MediaPool() {
-    // Without the lock: the tick may be waiting for it, and the timer's thread is joined here.
-    timer_.Remove();
-    entries_.clear();
-}
+// The timer is the last member, so it goes first: its threads are joined (a tick may be waiting
+// for the lock, which is not held here) before the entries and the lock go.
+MediaPool::~MediaPool() = default;
 
 uint32_t MediaPool::IdOf(const Entry& entry) const {
     // The entry's address is its identity; ids are 32 bits, so the address is compared as the
@@ -166,6 +164,8 @@ float MediaPool::GetBalance(uint32_t id) {
 }
 
 void MediaPool::AcquireTimer(TimerClient client) {
+    // Under the lock, so that a tick letting the timer go and a call taking it cannot cross.
+    std::lock_guard lock(lock_);
     const auto bit = uint16_t(client);
     if (gTimerClients.load() & bit) return;
     gTimerClients.fetch_or(bit);
@@ -174,6 +174,7 @@ void MediaPool::AcquireTimer(TimerClient client) {
 }
 
 void MediaPool::ReleaseTimer(TimerClient client) {
+    std::lock_guard lock(lock_);
     const auto bit = uint16_t(client);
     if (!(gTimerClients.load() & bit)) return;
     gTimerClients.fetch_and(uint16_t(~bit));

@@ -71,10 +71,10 @@ private:
 
     std::recursive_mutex lock_;
     std::list<std::unique_ptr<Entry>> entries_;
-    PoolTimer timer_;
     float defaultVolume_ = 1.0f;
     float defaultRate_ = 1.0f;
     float defaultBalance_ = 0.0f;
+    PoolTimer timer_;  // last: destroyed first, while everything its tick touches is still there
 };
 
 // The 16-bit volume word of a volume in the pool's units (1.0 = 256): clamped for setting, as a

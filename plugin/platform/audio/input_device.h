@@ -4,6 +4,7 @@
 //   in=PATH        the sound of the file at PATH (any file we read), looped
 //   speed=realtime blocks of 512 frames at the recording's rate, in real time (the default)
 //   speed=fast     a block whenever the sink has room for it
+//   length=SECONDS the input ends after that much sound, as a person ending a recording would
 // Without in= the virtual device has no input.
 #pragma once
 
@@ -33,6 +34,8 @@ public:
 class InputDevice {
 public:
     virtual ~InputDevice() = default;
+    // Whether the input has delivered all it ever will (only a virtual input with a length ends).
+    virtual bool Ended() const { return false; }
 };
 
 inline constexpr size_t kInputBlockFrames = 512;

@@ -135,6 +135,8 @@ Status SoundRecording::Finish() {
     return status;
 }
 
+bool SoundRecording::InputEnded() const { return !parts_->input || parts_->input->Ended(); }
+
 int64_t SoundRecording::FramesRecorded() const { return parts_->writer->FramesWritten(); }
 
 uint64_t SoundRecording::FramesDropped() const { return parts_->ring.Dropped(); }

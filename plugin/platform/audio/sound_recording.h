@@ -40,6 +40,8 @@ public:
     Status Drain();   // moves what the ring holds into the file
     Status Finish();  // stops the input, drains, completes the file
 
+    // Whether the input has ended by itself (a virtual input given a length).
+    bool InputEnded() const;
     int64_t FramesRecorded() const;  // frames in the file so far
     uint64_t FramesDropped() const;  // frames lost to a full ring (the host did not drain in time)
 

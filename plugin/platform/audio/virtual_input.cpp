@@ -7,6 +7,7 @@
 #include "platform/media/movie_from_file.h"
 #include "platform/media/sound_writer.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cmath>
@@ -47,13 +48,14 @@ Status LoadLoop(const std::string& path, int32_t rate, int channels, std::vector
 
 class VirtualInput final : public InputDevice {
 public:
-    VirtualInput(std::vector<float> loop, int32_t rate, int channels, bool fast, SampleSink& sink)
-        : loop_(std::move(loop)), rate_(rate), channels_(channels), fast_(fast), sink_(sink),
+    VirtualInput(std::vector<float> loop, int32_t rate, int channels, bool fast, int64_t length, SampleSink& sink)
+        : loop_(std::move(loop)), rate_(rate), channels_(channels), fast_(fast), length_(length), sink_(sink),
           block_(kInputBlockFrames * size_t(channels)), thread_([this] { Run(); }) {}
     ~VirtualInput() override {
         stopping_ = true;
         thread_.join();
     }
+    bool Ended() const override { return ended_.load(); }
 
 private:
     void Run() {
@@ -62,12 +64,19 @@ private:
             std::chrono::duration<double>(double(kInputBlockFrames) / rate_));
         auto next = Clock::now();
         while (!stopping_) {
+            if (length_ > 0 && frame_ >= length_) {
+                ended_ = true;
+                std::this_thread::sleep_for(std::chrono::milliseconds(5));
+                continue;
+            }
             if (fast_ && sink_.Room() < kInputBlockFrames) {
                 std::this_thread::sleep_for(std::chrono::microseconds(200));
                 continue;
             }
-            Fill();
-            sink_.Deliver(block_.data(), kInputBlockFrames);
+            const size_t frames = length_ > 0 ? size_t(std::min<int64_t>(kInputBlockFrames, length_ - frame_))
+                                              : kInputBlockFrames;
+            Fill(frames);
+            sink_.Deliver(block_.data(), frames);
             if (!fast_) {
                 // A late block (the machine was busy) is not made up for by a burst.
                 next = std::max(next + blockTime, Clock::now() - blockTime);
@@ -76,9 +85,9 @@ private:
         }
     }
 
-    void Fill() {
+    void Fill(size_t frames) {
         const size_t channels = size_t(channels_);
-        for (size_t i = 0; i < kInputBlockFrames; ++i, ++frame_) {
+        for (size_t i = 0; i < frames; ++i, ++frame_) {
             if (loop_.empty()) {
                 const double phase = 2 * M_PI * kToneFrequency * double(frame_) / rate_;
                 const auto sample = float(kToneAmplitude * std::sin(phase));
@@ -94,10 +103,12 @@ private:
     const int32_t rate_;
     const int channels_;
     const bool fast_;
+    const int64_t length_;  // frames; 0: no end
     SampleSink& sink_;
     std::vector<float> block_;
     int64_t frame_ = 0;
     std::atomic<bool> stopping_{false};
+    std::atomic<bool> ended_{false};
     std::thread thread_;  // last: starts once everything it uses is there
 };
 
@@ -113,7 +124,8 @@ Status OpenVirtualInput(const std::string& options, int32_t rate, int channels, 
     try {
         if (parsed.in != "tone")
             if (const Status status = LoadLoop(parsed.in, rate, channels, loop); status != util::kNoError) return status;
-        device = std::make_unique<VirtualInput>(std::move(loop), rate, channels, parsed.fast, sink);
+        const auto length = int64_t(std::llround(parsed.length * rate));
+        device = std::make_unique<VirtualInput>(std::move(loop), rate, channels, parsed.fast, length, sink);
     } catch (const std::bad_alloc&) {
         return media::MediaFailure(util::kMemoryFull, "no memory for the virtual input");
     }

@@ -14,6 +14,7 @@ struct VirtualOptions {
     std::string out;  // capture path of the output; empty: discard
     std::string in;   // "tone", a file's path, or empty: no input
     bool fast = false;
+    double length = 0;  // seconds of input before it ends, as a person stopping it would; 0: never
 };
 
 // util::kNoSoundOutput naming the option for one we do not know.

@@ -9,7 +9,7 @@ namespace {
 constexpr unsigned char kEscape = 0x1B;
 }
 
-EscapeKeyWatch::EscapeKeyWatch() {
+EscapeKeyWatch::EscapeKeyWatch(bool enterToo) : enterToo_(enterToo) {
     if (!::isatty(STDIN_FILENO) || ::tcgetattr(STDIN_FILENO, &saved_) != 0) return;
     termios raw = saved_;
     raw.c_lflag &= tcflag_t(~(ICANON | ECHO));
@@ -30,7 +30,7 @@ bool EscapeKeyWatch::Pressed() {
         unsigned char keys[64];
         const ssize_t n = ::read(fd_, keys, sizeof keys);
         if (n <= 0) break;
-        for (ssize_t i = 0; i < n; ++i) escape |= keys[i] == kEscape;
+        for (ssize_t i = 0; i < n; ++i) escape |= keys[i] == kEscape || (enterToo_ && (keys[i] == '\n' || keys[i] == '\r'));
     }
     return escape;
 }

@@ -10,17 +10,19 @@ namespace vd::platform::ui {
 
 class EscapeKeyWatch {
 public:
-    EscapeKeyWatch();
+    // Enter as well as Escape counts when asked: it is how a person ends a recording.
+    explicit EscapeKeyWatch(bool enterToo = false);
     ~EscapeKeyWatch();
     EscapeKeyWatch(const EscapeKeyWatch&) = delete;
     EscapeKeyWatch& operator=(const EscapeKeyWatch&) = delete;
 
-    // Whether Escape was typed since the last look; other keys typed meanwhile are dropped, as
-    // they would have reached no one.
+    // Whether Escape (or Enter) was typed since the last look; other keys typed meanwhile are
+    // dropped, as they would have reached no one.
     bool Pressed();
 
 private:
     int fd_ = -1;
+    bool enterToo_ = false;
     termios saved_{};
 };
 
