@@ -47,6 +47,11 @@ if wanted waveform; then
   "$build/bin/waveform_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/waveform.txt
 fi
 
+if wanted recording; then
+  echo "== CPU time of a background recording of 44.1 kHz stereo from the virtual input, per second (target: <= 2% of one core), and its drop counter with the host busy"
+  "$build/bin/recording_bench" | tee out/bench/recording.txt
+fi
+
 if wanted audio_mix; then
   echo "== CPU time of mixing 100 simultaneous 44.1 kHz stereo sounds on the virtual device, per second of sound (target: <= 5% of one core)"
   "$build/bin/audio_mix_bench" | tee out/bench/audio_mix.txt

@@ -59,6 +59,7 @@ public:
     util::Status LastError() const { return lastError_; }
     uint32_t TargetType() const { return targetType_; }
     const std::string& Target() const { return target_; }
+    int64_t FramesRecorded() const { return recording_ ? recording_->FramesRecorded() : 0; }
     // Frames the input delivered that the file never got (the drains fell behind).
     uint64_t FramesDropped() const { return recording_ ? recording_->FramesDropped() : 0; }
     bool InputEnded() const { return recording_ && recording_->InputEnded(); }

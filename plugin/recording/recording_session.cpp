@@ -29,6 +29,9 @@ util::Status EmptyFile(const std::string& path) {
 
 util::Status BeginRecording(const std::string& path, std::shared_ptr<RecordingEntry>& entry) {
     if (const util::Status s = EmptyFile(path)) return s;
+    // Held throughout: a tick that came between the registration and the start would find nothing
+    // recording and let the timer go, leaving the recording undrained.
+    std::lock_guard lock(Recorder::Lock());
     Recorder* recorder = Recorder::Instance();
     if (!recorder) return util::kMemoryFull;
     std::shared_ptr<RecordingEntry> made(new (std::nothrow) RecordingEntry(*recorder));
