@@ -54,6 +54,7 @@ void MediaPool::Destroy() {
     gPool->StopAll();
     delete gPool;
     gPool = nullptr;
+    gTimerClients.store(0);
 }
 
 // The timer is the last member, so it goes first: its threads are joined (a tick may be waiting

@@ -51,6 +51,8 @@ Recorder::~Recorder() {
     // Disposed without a stop: each file keeps what was drained into it.
     for (const auto& entry : entries_) entry->Dispose();
     entries_.clear();
+    if (playback::MediaPool* pool = playback::MediaPool::Instance())
+        pool->ReleaseTimer(playback::MediaPool::TimerClient::kRecorder);
 }
 
 SoundGrabber* Recorder::TakeGrabber() {
