@@ -8,6 +8,8 @@
 #include "fmapi/args/host_data.h"
 #include "fmapi/args/host_exprenv.h"
 #include "platform/media/movie_from_file.h"
+#include "platform/media/reference_movie_layout.h"
+#include "platform/media/reference_movie_reader.h"
 #include "util/status_codes.h"
 
 #include <climits>
@@ -67,6 +69,21 @@ int32_t OpenSoundStream(const FMX_BinaryData* binary, media::Movie& movie) {
     return MovieFromSoundResource(bytes, movie);
 }
 
+// The movie a reference movie stands for: its sound track's alias, unless that names the movie
+// itself. Any other movie stays as it is.
+int32_t FollowReferenceMovie(media::Movie& movie, const media::OpenOptions& options) {
+    if (movie.dataReference.kind != media::DataReference::Kind::kFile) return 0;
+    const auto texts = movie.TracksWith(media::Characteristic::kText);
+    if (texts.empty() || texts.front()->media.FirstTextSample() != media::NoPreviewSample()) return 0;
+    std::string referred;
+    if (int32_t e = media::ReferredSoundFile(movie.dataReference.path, referred)) return e;
+    if (referred.empty()) return 0;
+    media::Movie opened;
+    if (int32_t e = media::MovieFromFile(referred, opened, options)) return e;
+    movie = std::move(opened);
+    return 0;
+}
+
 }  // namespace
 
 int32_t MovieFromParameter(const FMX_DataVect* args, uint32_t index, media::Movie& movie, bool& found,
@@ -87,6 +104,8 @@ int32_t MovieFromParameter(const FMX_DataVect* args, uint32_t index, media::Movi
         default: return 0;
     }
     if (e) return e;
+    if (options.followReferenceMovies)
+        if (int32_t f = FollowReferenceMovie(opened, options)) return f;
     movie = std::move(opened);
     found = true;
     return 0;

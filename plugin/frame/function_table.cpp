@@ -1,5 +1,6 @@
 #include "frame/function_table.h"
 
+#include "container/functions/insert_quicktime_function.h"
 #include "files/functions/file_functions.h"
 #include "frame/functions/frame_functions.h"
 #include "playback/functions/playback_functions.h"
@@ -97,7 +98,9 @@ constexpr std::array kTable{
     Sound(14, "Vandrel_StopSound", 0, 0, kUI, playback::StopSoundFunction),
     Sound(15, "Vandrel_ExtractInfo", 1, 2, kNoUI, sound::ExtractInfoFunction,
           Requires(1, 2, "This function requires 1 or 2 arguments.")),
-    Sound(16, "Vandrel_InsertQuickTime", 0, 1, kUI),
+    Reported(Sound(16, "Vandrel_InsertQuickTime", 0, 1, kUI, container::InsertQuickTimeFunction,
+                   Requires(0, 1, "This function requires zero or 1 parameter.")),
+             Reporting::kEmptyContainer),
     Reported(Sound(17, "Vandrel_RecordSoundStart", 0, 3, kUI, recording::RecordSoundStartFunction),
              Reporting::kEmptyResult),
     Reported(Sound(18, "Vandrel_RecordSoundStop", 0, 0, kUI, recording::RecordSoundStopFunction),

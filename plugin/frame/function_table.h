@@ -36,6 +36,7 @@ struct CountRule {
 enum class Reporting {
     kStatusText,      // a failure answers its status text as the result
     kEmptyResult,     // a failure leaves the result empty; the status is for Vandrel_GetLastError
+    kEmptyContainer,  // a failure answers a container without streams; the status likewise
     kKeepsLastError,  // reports on the error object, which it leaves as it is; a refused count
                       // answers a status text without a name
     kErrorCode,       // a failure is the call's error code to the host, beside whatever number

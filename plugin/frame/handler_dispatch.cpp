@@ -1,5 +1,6 @@
 #include "frame/handler_dispatch.h"
 
+#include "container/streams.h"
 #include "fmapi/args/arguments.h"
 #include "fmapi/args/results.h"
 #include "fmapi/errors/vds_error.h"
@@ -44,6 +45,7 @@ FMX_ErrCode Answer(const FunctionEntry& entry, const FunctionCall& call, FMX_Dat
     gLastError.Set(outcome->Status(), outcome->Message());
     if (!outcome->Failed()) return outcome->SetValue(result);
     if (entry.reporting == Reporting::kEmptyResult) return 0;
+    if (entry.reporting == Reporting::kEmptyContainer) return container::EmptyContainerResult(result);
     if (entry.reporting == Reporting::kErrorCode) {
         outcome->SetValue(result);
         return static_cast<FMX_ErrCode>(outcome->Status());

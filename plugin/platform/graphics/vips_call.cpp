@@ -44,6 +44,14 @@ VipsCall& VipsCall::Set(const char* name, int number) {
     return *this;
 }
 
+VipsCall& VipsCall::Set(const char* name, const char* text) {
+    if (!operation_) return *this;
+    OwnedValue value(G_TYPE_STRING);
+    g_value_set_string(&value.value, text);
+    g_object_set_property(Object(), name, &value.value);
+    return *this;
+}
+
 VipsCall& VipsCall::SetEnum(const char* name, GType type, int member) {
     if (!operation_) return *this;
     OwnedValue value(type);

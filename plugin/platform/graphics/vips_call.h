@@ -28,6 +28,7 @@ public:
 
     VipsCall& Set(const char* name, VipsImage* image);
     VipsCall& Set(const char* name, int value);
+    VipsCall& Set(const char* name, const char* text);  // copied
     VipsCall& SetEnum(const char* name, GType type, int value);
     // The bytes are not copied: they must outlive every image the operation makes (a loader reads
     // its pixels only when they are asked for).

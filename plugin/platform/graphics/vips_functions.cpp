@@ -34,6 +34,7 @@ constexpr const char* kSonames[] = {kVipsLibrary};
     X(0, vips_image_get_height, (const VipsImage* image), (image))                                          \
     X(0, vips_image_write_to_memory, (VipsImage* in, size_t* size), (in, size))                             \
     X(0, vips_foreign_find_load_buffer, (const void* data, size_t size), (data, size))                      \
+    X(0, vips_foreign_find_load, (const char* filename), (filename))                                        \
     X(0, vips_operation_new, (const char* name), (name))                                                    \
     X(0, vips_cache_operation_build, (VipsOperation* operation), (operation))                               \
     X(0, vips_object_unref_outputs, (VipsObject* object), (object))                                         \
@@ -48,6 +49,7 @@ constexpr const char* kSonames[] = {kVipsLibrary};
     X(0, g_value_init, (GValue* value, GType g_type), (value, g_type))                                      \
     X(0, g_value_unset, (GValue* value), (value))                                                           \
     X(0, g_value_set_int, (GValue* value, gint v_int), (value, v_int))                                      \
+    X(0, g_value_set_string, (GValue* value, const gchar* v_string), (value, v_string))                     \
     X(0, g_value_set_enum, (GValue* value, gint v_enum), (value, v_enum))                                   \
     X(0, g_value_set_object, (GValue* value, gpointer v_object), (value, v_object))                         \
     X(0, g_value_dup_object, (const GValue* value), (value))                                                \

@@ -20,6 +20,10 @@ struct OpenOptions {
     // whole file at open. A sound that is only to be played takes the stated length (a few
     // hundredths of a second of silence too long at its end) and starts at once.
     bool exactLength = true;
+    // A reference movie (one whose first text track says "This file has no preview", written
+    // beside a sound by Vandrel_InsertQuickTime) stands for the file its sound track refers to.
+    // Followed by the container layer's movie arguments; MovieFromFile itself opens what it is given.
+    bool followReferenceMovies = true;
 };
 
 // util::kFileNotFound (-43), util::kPermissionDenied (-54), util::kNotAFile (-1302) for a folder, util::kMovieNotFound

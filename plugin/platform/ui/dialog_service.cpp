@@ -1,5 +1,6 @@
 #include "platform/ui/dialog_service.h"
 
+#include <cstdio>
 #include <cstdlib>
 
 #include "util/status_codes.h"
@@ -37,6 +38,14 @@ DialogAnswer ShowDialog(const DialogRequest& request) {
     if (IsSet(kScriptVariable)) return AnswerFromScript(std::getenv(kScriptVariable), request);
     if (DisplayPresent()) return ShowGtkDialog(request);
     return DialogAnswer{util::kUserCancelled, {}, kNoDialogDetail};
+}
+
+void ShowNotice(const std::string& title, const std::string& text) {
+    if (!IsSet(kScriptVariable) && !DisplayPresent()) {
+        std::fprintf(stderr, "Vandrel: %s %s\n", title.c_str(), text.c_str());
+        return;
+    }
+    ShowDialog(DialogRequest{DialogKind::Alert, title + "\n\n" + text, {}});
 }
 
 FormAnswer ShowForm(const FormRequest& request) {

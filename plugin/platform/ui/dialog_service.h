@@ -30,6 +30,11 @@ struct DialogAnswer {
 
 DialogAnswer ShowDialog(const DialogRequest& request);
 
+// An alert that only informs: shown as ShowDialog shows an alert (the script's "ok" or "cancel"
+// answers it), or, where no dialog can be shown, written as one line on standard error so that a
+// server still leaves a trace of it. What the user answered changes nothing.
+void ShowNotice(const std::string& title, const std::string& text);
+
 // A settings form: a window of pop-up menus, one per setting, accepted or cancelled as a whole.
 struct FormChoice {
     std::string value;  // the word a script gives for it, e.g. "44100", "source", "stereo"
