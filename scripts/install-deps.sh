@@ -19,8 +19,8 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev ffmpeg sox libsox-fmt-mp3
   # aplay: the tool the playback benchmark measures beside ours on an ALSA device
   alsa-utils
-  # the test that shows the real GTK chooser on a virtual display
-  xvfb
+  # the tests that show the real GTK chooser on a virtual display and press its mouse button
+  xvfb xdotool
 )
 
 # ./scripts/install-deps.sh --fuzz adds what the libFuzzer configuration needs.

@@ -131,7 +131,7 @@ constexpr std::array kTable{
           "Vandrel_TQuad ( sourceScale ; topLeftX ; topLeftY ; topRightX ; topRigthY ; bottomRightX ; "
           "bottomRightY ; bottomLeftX ; bottomLeftY )",
           9, 9),
-    Image(56, "Vandrel_GetMouseUp", "Vandrel_GetMouseUp", 0, 0),
+    Numbered(FunctionGroup::Image, 56, "Vandrel_GetMouseUp", "Vandrel_GetMouseUp", 0, 0, MouseUpFunction),
     Image(57, "Vandrel_TApply", "Vandrel_TApply ( container ) ", 1, 1),  // the trailing blank is shipped
     Image(58, "Vandrel_TCrop", "Vandrel_TCrop ( left ; top ; right ; bottom )", 4, 4),
     Image(59, "Vandrel_TRotate", "Vandrel_TRotate ( degrees )", 1, 1),

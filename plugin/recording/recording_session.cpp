@@ -3,6 +3,7 @@
 #include "platform/common/interrupt_cleanup.h"
 #include "platform/common/posix_status.h"
 #include "platform/ui/escape_key.h"
+#include "platform/ui/mouse_button.h"
 #include "recording/recorder.h"
 
 #include <chrono>
@@ -57,7 +58,7 @@ util::Status RecordUntilEnded(const std::string& path) {
             std::lock_guard lock(Recorder::Lock());
             if (entry->State() == kFailed || entry->InputEnded()) break;
         }
-        if (keys.Pressed() || platform::StopRequested()) break;
+        if (keys.Pressed() || platform::StopRequested() || platform::ui::MouseButtonDown()) break;
         std::this_thread::sleep_for(kLook);
     }
     std::lock_guard lock(Recorder::Lock());

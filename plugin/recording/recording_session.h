@@ -14,8 +14,8 @@ namespace vd::recording {
 // nothing stays registered.
 util::Status BeginRecording(const std::string& path, std::shared_ptr<RecordingEntry>& entry);
 
-// Records until the person ends it: Enter or Escape in the terminal, a stop signal (Ctrl-C), or
-// the input's own end (a virtual input with a length). The timer's tick drains the input in the
+// Records until the person ends it: a mouse button pressed (where there is a display), Enter or
+// Escape in the terminal, a stop signal (Ctrl-C), or the input's own end (a virtual input with a length). The timer's tick drains the input in the
 // meantime, as it does for a background recording. The file is complete on return.
 util::Status RecordUntilEnded(const std::string& path);
 

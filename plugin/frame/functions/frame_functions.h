@@ -25,6 +25,10 @@ VersionForm VersionFormOf(std::string_view key);
 // "Vandrel 7.0.1 for Linux (built 2024-05-01)": the build date tells support which build it is.
 std::string LongVersionText();
 
+// Vandrel_GetMouseUp: 1 when no mouse button is down, 0 while one is (asked of the display; with
+// none, always 1), so a script can wait for a click to end.
+fmapi::Outcome MouseUpFunction(const FunctionCall& call);
+
 // Every function whose subsystem is not built yet: -4 ("Feature is not implemented yet."), so that
 // scripts see the same shape of answer as from a working function.
 fmapi::Outcome NotImplemented(const FunctionCall& call);

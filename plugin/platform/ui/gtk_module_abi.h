@@ -8,7 +8,7 @@ extern "C" {
 #endif
 
 // Raised whenever a function below changes; the loader refuses a module of another version.
-#define VD_UI_MODULE_ABI_VERSION 2
+#define VD_UI_MODULE_ABI_VERSION 3
 
 enum VdUiDialogKind { VD_UI_CHOOSE_FOLDER = 0, VD_UI_CHOOSE_FILE = 1, VD_UI_ALERT = 2 };
 
@@ -35,10 +35,14 @@ typedef struct VdUiFormControl {
 
 typedef int (*VdUiShowFormFn)(const char* title, VdUiFormControl* controls, int controlCount);
 
+// Whether a mouse button is held down now: 1 down, 0 up, -1 when the display cannot be asked.
+typedef int (*VdUiMouseButtonDownFn)(void);
+
 #define VD_UI_ABI_VERSION_SYMBOL "vd_ui_abi_version"
 #define VD_UI_SHOW_DIALOG_SYMBOL "vd_ui_show_dialog"
 #define VD_UI_FREE_SYMBOL "vd_ui_free"
 #define VD_UI_SHOW_FORM_SYMBOL "vd_ui_show_form"
+#define VD_UI_MOUSE_BUTTON_DOWN_SYMBOL "vd_ui_mouse_button_down"
 
 #ifdef __cplusplus
 }

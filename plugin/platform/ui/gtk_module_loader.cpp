@@ -16,6 +16,7 @@ struct GtkModule {
     VdUiShowDialogFn show = nullptr;
     VdUiFreeFn free = nullptr;
     VdUiShowFormFn showForm = nullptr;
+    VdUiMouseButtonDownFn mouseButtonDown = nullptr;
     std::string problem;  // why it could not be loaded; empty when it was
 };
 
@@ -43,9 +44,12 @@ GtkModule LoadModule() {
     module.show = reinterpret_cast<VdUiShowDialogFn>(::dlsym(handle, VD_UI_SHOW_DIALOG_SYMBOL));
     module.free = reinterpret_cast<VdUiFreeFn>(::dlsym(handle, VD_UI_FREE_SYMBOL));
     module.showForm = reinterpret_cast<VdUiShowFormFn>(::dlsym(handle, VD_UI_SHOW_FORM_SYMBOL));
-    if (!version || !module.show || !module.free || !module.showForm || version() != VD_UI_MODULE_ABI_VERSION) {
+    module.mouseButtonDown = reinterpret_cast<VdUiMouseButtonDownFn>(::dlsym(handle, VD_UI_MOUSE_BUTTON_DOWN_SYMBOL));
+    if (!version || !module.show || !module.free || !module.showForm || !module.mouseButtonDown ||
+        version() != VD_UI_MODULE_ABI_VERSION) {
         module.show = nullptr;
         module.showForm = nullptr;
+        module.mouseButtonDown = nullptr;
         module.problem = "(no dialog can be shown: " + path + " is not a GTK module of this plug-in)";
     }
     return module;
@@ -64,6 +68,11 @@ util::Status NotAccepted(int result, std::string& detail) {
 }
 
 }  // namespace
+
+int GtkMouseButtonDown() {
+    const GtkModule& module = Module();
+    return module.mouseButtonDown ? module.mouseButtonDown() : -1;
+}
 
 std::string GtkModulePath() {
     Dl_info info{};

@@ -17,5 +17,7 @@ std::string GtkModulePath();
 // the reason.
 DialogAnswer ShowGtkDialog(const DialogRequest& request);
 FormAnswer ShowGtkForm(const FormRequest& request);
+// 1 while a mouse button is down, 0 while none is, -1 when the module or the display cannot tell.
+int GtkMouseButtonDown();
 
 }  // namespace vd::platform::ui

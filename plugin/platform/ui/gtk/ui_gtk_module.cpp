@@ -176,6 +176,21 @@ __attribute__((visibility("default"))) int vd_ui_show_form(const char* title, Vd
 
 __attribute__((visibility("default"))) void vd_ui_free(char* text) { g_free(text); }
 
+__attribute__((visibility("default"))) int vd_ui_mouse_button_down(void) {
+    if (!Started()) return -1;
+    GdkDisplay* display = gdk_display_get_default();
+    GdkSeat* seat = display ? gdk_display_get_default_seat(display) : nullptr;
+    GdkDevice* pointer = seat ? gdk_seat_get_pointer(seat) : nullptr;
+    GdkWindow* root = gdk_get_default_root_window();
+    if (!pointer || !root) return -1;
+    // The pointer's state as the display server knows it now (a round trip, not a queued event),
+    // so a press that no window of ours received still counts.
+    GdkModifierType state{};
+    gdk_window_get_device_position(root, pointer, nullptr, nullptr, &state);
+    constexpr auto kButtons = GDK_BUTTON1_MASK | GDK_BUTTON2_MASK | GDK_BUTTON3_MASK | GDK_BUTTON4_MASK | GDK_BUTTON5_MASK;
+    return (state & kButtons) ? 1 : 0;
+}
+
 }  // extern "C"
 
 #endif  // VD_UI_GTK_MODULE

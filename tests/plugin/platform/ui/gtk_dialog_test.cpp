@@ -8,7 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <map>
 #include <optional>
+#include <thread>
 
 #include <fcntl.h>
 #include <signal.h>
@@ -31,7 +34,8 @@ public:
         if (pipe(pipeFds) != 0) return;
         const std::string fdText = std::to_string(pipeFds[1]);
         const char* argv[] = {"Xvfb", "-displayfd", fdText.c_str(), "-screen", "0", "1024x768x24", "-nolisten", "tcp",
-                              nullptr};
+                              // The server keeps its state (a button held down) while no client is connected.
+                              "-noreset", nullptr};
         posix_spawn_file_actions_t actions;
         posix_spawn_file_actions_init(&actions);
         posix_spawn_file_actions_addclose(&actions, pipeFds[0]);
@@ -80,15 +84,22 @@ protected:
     fs::path Plugins() const { return folder_ / "plugins"; }
     fs::path Report() const { return folder_ / "shown.txt"; }
 
-    ProcessResult Eval(const std::string& calculation) {
-        return runProcess(
-            {VDHOST_EXE, "--db", (folder_ / "T.vddb").string(), "--plugins", Plugins().string(), "eval", calculation},
-            {{"DISPLAY", display_->Name()}, {"WAYLAND_DISPLAY", ""}, {"VANDREL_UI_SCRIPT", ""},
-             {"VD_UI_GTK_TEST_REPORT", Report().string()}, {"HOME", folder_.path().string()},
-             {"XDG_RUNTIME_DIR", ""}, {"NO_AT_BRIDGE", "1"}, {"GTK_A11Y", "none"},
-             // GTK and fontconfig keep their caches until the process ends; the leak checker of a
-             // sanitizer build would count those as ours and fail the run.
-             {"ASAN_OPTIONS", "detect_leaks=0"}});
+    std::vector<std::string> Command(const std::string& calculation) const {
+        return {VDHOST_EXE, "--db", (folder_ / "T.vddb").string(), "--plugins", Plugins().string(), "eval", calculation};
+    }
+    std::map<std::string, std::string> Environment() const {
+        return {{"DISPLAY", display_->Name()}, {"WAYLAND_DISPLAY", ""}, {"VANDREL_UI_SCRIPT", ""},
+                {"VD_UI_GTK_TEST_REPORT", Report().string()}, {"HOME", folder_.path().string()},
+                {"XDG_RUNTIME_DIR", ""}, {"NO_AT_BRIDGE", "1"}, {"GTK_A11Y", "none"},
+                // A recording the mouse fails to end still ends, after 15 s.
+                {"VANDREL_AUDIO", "virtual:in=tone,length=15"},
+                // GTK and fontconfig keep their caches until the process ends; the leak checker of a
+                // sanitizer build would count those as ours and fail the run.
+                {"ASAN_OPTIONS", "detect_leaks=0"}};
+    }
+    ProcessResult Eval(const std::string& calculation) { return runProcess(Command(calculation), Environment()); }
+    void Mouse(const char* action) {
+        ASSERT_EQ(runProcess({programOnPath("xdotool"), action, "1"}, {{"DISPLAY", display_->Name()}}).status, 0);
     }
 
     TempFolder folder_;
@@ -113,6 +124,29 @@ TEST_F(GtkDialog, TheSoundSettingsFormAppearsWithItsChoicesAndIsCancelled) {
     const std::string report = readFile(Report());
     EXPECT_TRUE(report.starts_with("shown=1\ntitle=WAVE Settings\n")) << report;
     EXPECT_NE(report.find("chooser=0\ncontrol=Sample rate:Same as the sound\n"), std::string::npos) << report;
+}
+
+TEST_F(GtkDialog, TheMouseButtonIsAskedOfTheDisplayAndEndsARecording) {
+    if (programOnPath("xdotool").empty()) GTEST_SKIP() << "xdotool is not installed";
+    EXPECT_EQ(Eval("Vandrel_GetMouseUp").out, "1\n");
+    Mouse("mousedown");
+    EXPECT_EQ(Eval("Vandrel_GetMouseUp").out, "0\n");
+    Mouse("mouseup");
+
+    // A recording that waits for the person: the tone goes on until the button is pressed.
+    const std::string take = (folder_ / "take.mov").string();
+    StartedProcess recording(Command("Vandrel_RecordSoundStart ( \"" + take + "\" )"), Environment());
+    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    Mouse("mousedown");
+    const ProcessResult r = recording.finish();
+    Mouse("mouseup");
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_NE(r.out.find("moviemac:" + take), std::string::npos) << r.out << r.err;
+    const ProcessResult probe = runProcess({programOnPath("ffprobe"), "-v", "error", "-show_entries", "format=duration", "-of",
+                                            "csv=p=0", take});
+    const double seconds = std::stod(probe.out);
+    EXPECT_GT(seconds, 0.5) << "it recorded until the press, not just until GTK had loaded";
+    EXPECT_LT(seconds, 10) << "the press ended it";
 }
 
 }  // namespace
