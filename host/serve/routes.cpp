@@ -240,7 +240,9 @@ void installGuard(httplib::Server& server, const AccessGuard& guard) {
     });
     server.set_post_routing_handler([](const httplib::Request&, httplib::Response& res) {
         res.set_header("X-Content-Type-Options", "nosniff");
-        res.set_header("Referrer-Policy", "no-referrer");
+        // Not "no-referrer": with it a browser sends "Origin: null" on the calculation form's POST,
+        // which the guard must refuse.
+        res.set_header("Referrer-Policy", "same-origin");
         res.set_header("X-Frame-Options", "DENY");
         res.set_header("Content-Security-Policy",
                        "default-src 'none'; img-src 'self'; media-src 'self'; style-src 'unsafe-inline'; "
