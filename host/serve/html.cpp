@@ -20,7 +20,7 @@ table{border-collapse:collapse;background:#fff}
 th,td{border:1px solid #ccc;padding:.35em .6em;text-align:left;vertical-align:top}
 th{background:#eef1f5}
 img{max-width:100%;height:auto;background:#fff}
-td img{max-width:12em}
+.cells td img{max-width:12em}
 audio{display:block;max-width:100%;margin-top:.3em}
 .empty{color:#888}
 .note{color:#666;font-size:.9em}

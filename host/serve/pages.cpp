@@ -81,7 +81,7 @@ std::optional<std::string> Pages::table(const std::string& name, const Calculati
     auto fields = fieldsOf(name);
     if (!fields) return std::nullopt;
     const std::string& shownName = fields->front().table;
-    std::string body = "<div class=\"scroll\"><table><tr><th>Record</th>";
+    std::string body = "<div class=\"scroll\"><table class=\"cells\"><tr><th>Record</th>";
     for (const auto& f : *fields) body += "<th>" + escapeHtml(f.field) + "</th>";
     body += "</tr><tr><td><a href=\"" + link("/record", {{"t", shownName}}) + "\">" + kRecordLabel + "</a></td>";
     for (const auto& f : *fields) {
