@@ -6,8 +6,8 @@ set -euo pipefail
 packages=(
   # build
   g++ cmake ninja-build pkg-config
-  # host: database file, line editing
-  libsqlite3-dev libedit-dev
+  # host: database file, line editing, the HTTP server of vdhost serve
+  libsqlite3-dev libedit-dev libcpp-httplib-dev
   # plug-in: settings compression, the media layer (FFmpeg) and images (libvips); the -dev packages
   # give the headers and bring the libraries, which the plug-in loads when a function first needs them
   zlib1g-dev libavformat-dev libavcodec-dev libswresample-dev libavutil-dev libvips-dev
@@ -21,6 +21,8 @@ packages=(
   alsa-utils
   # the tests that show the real GTK chooser on a virtual display and press its mouse button
   xvfb xdotool
+  # the tests that open vdhost serve's pages in a headless browser
+  chromium
 )
 
 # ./scripts/install-deps.sh --fuzz adds what the libFuzzer configuration needs.

@@ -6,6 +6,7 @@
 #include "calc/calc_error.h"
 #include "calc/interruption.h"
 #include "interrupt_signals.h"
+#include "serve/server.h"
 #include "session/names.h"
 #include "session/script.h"
 #include "session/value_output.h"
@@ -143,6 +144,11 @@ int dispatch(Session& session, const Options& o) {
         expectArguments(o, 0);
         return listFields(session);
     }
+    if (c == "serve") {
+        expectArguments(o, 0);
+        serve::runServer(session, serve::ServeOptions{o.port, o.allowCalculations}, std::cout);
+        return kOk;
+    }
     if (c == "repl") {
         expectArguments(o, 0);
         return replCommand(session, o);
@@ -158,7 +164,7 @@ int runCommand(const Options& o) {
         std::cout << helpText(topic == "help" && o.arguments.empty() ? "" : topic);
         return o.command.empty() && !o.help ? kUsage : kOk;
     }
-    static const std::vector<std::string> known = {"eval", "run", "repl", "set", "get", "define", "fields", "functions"};
+    static const std::vector<std::string> known = {"eval", "run", "repl", "set", "get", "define", "fields", "functions", "serve"};
     if (std::find(known.begin(), known.end(), o.command) == known.end())
         throw UsageError("unknown command " + o.command + " (see vdhost --help)");
     // Before any plug-in loads: see interrupt_signals.h.

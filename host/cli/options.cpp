@@ -21,6 +21,7 @@ const char* kGeneralHelp =
     "  define TABLE::FIELD KIND  make a field of kind text, number or container\n"
     "  fields                 list the database's fields and their kinds\n"
     "  functions              list the functions the plug-ins registered\n"
+    "  serve [--port N] [--allow-calculations]  show the database in a web browser\n"
     "  help [COMMAND]         show this text, or a command's\n"
     "\n"
     "Options:\n"
@@ -68,6 +69,14 @@ const std::map<std::string, std::string>& commandHelp() {
                    "order they were made.\n"},
         {"functions", "usage: vdhost [options] functions\n\nLists the registered functions: plug-in, id, name, argument counts, flags\n"
                       "and prototype.\n"},
+        {"serve", "usage: vdhost [options] serve [--port N] [--allow-calculations]\n\n"
+                  "Shows the database in a web browser: its tables, each table's records, a record's\n"
+                  "page, with pictures, sounds (a waveform and a player) and files of container\n"
+                  "fields. Listens on 127.0.0.1 only, port N (default 8080; 0 for any free port),\n"
+                  "and prints the address to open: it carries a random token, without which every\n"
+                  "request is refused. Read-only unless --allow-calculations, which puts a\n"
+                  "calculation box on each page (statements as at the prompt, such as\n"
+                  "Table::Field := calculation). Runs until Ctrl-C or SIGTERM.\n"},
         {"help", "usage: vdhost help [COMMAND]\n"},
     };
     return help;
@@ -104,6 +113,14 @@ Options parseOptions(int argc, char** argv) {
             o.session.identity.interfaceVersion = static_cast<int16_t>(n);
         } else if (a == "--host-version") {
             o.session.identity.versionText = utf8ToUtf16(value(i, a));
+        } else if (a == "--port") {
+            std::string v = value(i, a);
+            char* end = nullptr;
+            long n = std::strtol(v.c_str(), &end, 10);
+            if (v.empty() || *end || n < 0 || n > 65535) throw UsageError("--port needs a port number from 0 to 65535");
+            o.port = static_cast<int>(n);
+        } else if (a == "--allow-calculations") {
+            o.allowCalculations = true;
         } else if (a == "--raw") {
             o.raw = true;
         } else if (a == "--out") {

@@ -14,6 +14,9 @@ struct Options {
     bool raw = false;
     std::optional<std::string> outFile;
     bool help = false;
+    // serve
+    int port = 8080;
+    bool allowCalculations = false;
     std::string command;
     std::vector<std::string> arguments;
 };
