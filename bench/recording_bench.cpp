@@ -44,7 +44,7 @@ public:
 double InputAloneCpu() {
     Discard sink;
     std::unique_ptr<vd::audio::InputDevice> input;
-    if (vd::audio::OpenInputDevice(44100, 2, sink, input)) return -1;
+    if (vd::audio::OpenInputDevice(44100, 2, "", sink, input)) return -1;
     const double before = CpuSeconds();
     std::this_thread::sleep_for(std::chrono::seconds(kSeconds));
     input.reset();

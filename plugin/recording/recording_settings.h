@@ -1,6 +1,6 @@
 // The recording format as a person chooses it in the settings dialog, and as the bytes that the
-// settings text carries: 16 bytes, big-endian: "vdrc", version (1), channels, rate, sample size,
-// and two bytes kept at 0.
+// settings text carries, big-endian: "vdrc", version (1), channels, rate, sample size, the input's
+// name's length in bytes (0: the default input) and the name in UTF-8.
 #pragma once
 
 #include "platform/audio/sound_recording.h"

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vd::audio {
 
@@ -40,12 +41,21 @@ public:
 
 inline constexpr size_t kInputBlockFrames = 512;
 
-// The input VANDREL_AUDIO names, started at rate and channels. util::kNoSoundOutput (no sound
-// hardware) with a detail when it cannot be had.
-Status OpenInputDevice(int32_t rate, int channels, SampleSink& sink, std::unique_ptr<InputDevice>& device);
+// The input VANDREL_AUDIO names, started at rate and channels: with PortAudio, the input device
+// called name, or the default input when name is empty (the virtual device has one input and takes
+// no name). util::kNoSoundOutput (no sound hardware, no such input) with a detail when it cannot be
+// had.
+Status OpenInputDevice(int32_t rate, int channels, const std::string& name, SampleSink& sink,
+                       std::unique_ptr<InputDevice>& device);
+
+// The names of the inputs a recording can choose from (none when PortAudio cannot be had; none
+// for the virtual device, whose one input is the default).
+std::vector<std::string> InputDeviceNames();
 
 Status OpenVirtualInput(const std::string& options, int32_t rate, int channels, SampleSink& sink,
                         std::unique_ptr<InputDevice>& device);
-Status OpenPortAudioInput(int32_t rate, int channels, SampleSink& sink, std::unique_ptr<InputDevice>& device);
+Status OpenPortAudioInput(int32_t rate, int channels, const std::string& name, SampleSink& sink,
+                          std::unique_ptr<InputDevice>& device);
+std::vector<std::string> PortAudioInputNames();
 
 }  // namespace vd::audio

@@ -15,6 +15,8 @@
 #include <algorithm>
 #include <iterator>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace vd::audio {
 
@@ -31,6 +33,14 @@ constexpr const char* kSonames[] = {platform::kPortAudioLibrary};
                                 PaStreamCallback* streamCallback, void* userData),                            \
       (stream, numInputChannels, numOutputChannels, sampleFormat, sampleRate, framesPerBuffer, streamCallback, \
        userData))                                                                                             \
+    X(0, Pa_OpenStream, (PaStream** stream, const PaStreamParameters* inputParameters,                         \
+                         const PaStreamParameters* outputParameters, double sampleRate,                        \
+                         unsigned long framesPerBuffer, PaStreamFlags streamFlags,                             \
+                         PaStreamCallback* streamCallback, void* userData),                                    \
+      (stream, inputParameters, outputParameters, sampleRate, framesPerBuffer, streamFlags, streamCallback,    \
+       userData))                                                                                             \
+    X(0, Pa_GetDeviceCount, (void), ())                                                                       \
+    X(0, Pa_GetDeviceInfo, (PaDeviceIndex device), (device))                                                  \
     X(0, Pa_StartStream, (PaStream* stream), (stream))                                                        \
     X(0, Pa_StopStream, (PaStream* stream), (stream))                                                         \
     X(0, Pa_CloseStream, (PaStream* stream), (stream))
@@ -69,32 +79,61 @@ Status PortAudioFailure(const char* step, PaError error) {
     return media::MediaFailure(util::kNoSoundOutput, std::string("PortAudio: ") + step + ": " + Pa_GetErrorText(error));
 }
 
-class PortAudioDevice final : public OutputDevice {
+// PortAudio started for one stream: initialised, the stream opened and started, and all of it
+// undone in the reverse order when it goes.
+class PortAudioStream {
 public:
-    explicit PortAudioDevice(BlockRenderer& renderer) : renderer_(renderer) {}
-
-    Status Start() {
-        QuietStandardError quiet;
-        if (const PaError error = Pa_Initialize(); error != paNoError) return PortAudioFailure("starting", error);
-        initialized_ = true;
-        if (const PaError error = Pa_OpenDefaultStream(&stream_, 0, 2, paFloat32, kOutputRate, kVirtualBlockFrames,
-                                                       &PortAudioDevice::Callback, this);
-            error != paNoError) {
-            stream_ = nullptr;
-            return PortAudioFailure("opening the default output", error);
-        }
-        if (const PaError error = Pa_StartStream(stream_); error != paNoError)
-            return PortAudioFailure("starting the default output", error);
-        return util::kNoError;
-    }
-
-    ~PortAudioDevice() override {
+    PortAudioStream() = default;
+    ~PortAudioStream() {
         QuietStandardError quiet;
         if (stream_) {
             Pa_StopStream(stream_);
             Pa_CloseStream(stream_);
         }
         if (initialized_) Pa_Terminate();
+    }
+    PortAudioStream(const PortAudioStream&) = delete;
+    PortAudioStream& operator=(const PortAudioStream&) = delete;
+
+    // Opens with open(&stream) once PortAudio is up; what names the stream in the messages.
+    template <typename Open>
+    Status Start(const char* what, Open open) {
+        QuietStandardError quiet;
+        if (const PaError error = Pa_Initialize(); error != paNoError) return PortAudioFailure("starting", error);
+        initialized_ = true;
+        if (const PaError error = open(&stream_); error != paNoError) {
+            stream_ = nullptr;
+            return PortAudioFailure((std::string("opening ") + what).c_str(), error);
+        }
+        if (const PaError error = Pa_StartStream(stream_); error != paNoError)
+            return PortAudioFailure((std::string("starting ") + what).c_str(), error);
+        return util::kNoError;
+    }
+
+private:
+    PaStream* stream_ = nullptr;
+    bool initialized_ = false;
+};
+
+// The input devices PortAudio offers, by index; Pa_Initialize must be in force.
+std::vector<std::pair<PaDeviceIndex, std::string>> InputDevicesNow() {
+    std::vector<std::pair<PaDeviceIndex, std::string>> devices;
+    const PaDeviceIndex count = Pa_GetDeviceCount();
+    for (PaDeviceIndex i = 0; i < count; ++i)
+        if (const PaDeviceInfo* info = Pa_GetDeviceInfo(i); info && info->maxInputChannels > 0 && info->name)
+            devices.emplace_back(i, info->name);
+    return devices;
+}
+
+class PortAudioDevice final : public OutputDevice {
+public:
+    explicit PortAudioDevice(BlockRenderer& renderer) : renderer_(renderer) {}
+
+    Status Start() {
+        return stream_.Start("the default output", [this](PaStream** stream) {
+            return Pa_OpenDefaultStream(stream, 0, 2, paFloat32, kOutputRate, kVirtualBlockFrames,
+                                        &PortAudioDevice::Callback, this);
+        });
     }
 
 private:
@@ -112,38 +151,34 @@ private:
     }
 
     BlockRenderer& renderer_;
-    PaStream* stream_ = nullptr;
-    bool initialized_ = false;
+    PortAudioStream stream_;  // last: stopped before the renderer's user goes
 };
 
-// PortAudio's default input, at the recording's rate and channels (ALSA's plug layer converts
-// what the card has). Its callback only hands the frames on: the sink neither locks nor allocates.
+// A PortAudio input (the default one, or one named), at the recording's rate and channels (ALSA's
+// plug layer converts what the card has). Its callback only hands the frames on: the sink neither
+// locks nor allocates.
 class PortAudioInput final : public InputDevice {
 public:
     explicit PortAudioInput(SampleSink& sink) : sink_(sink) {}
 
-    Status Start(int32_t rate, int channels) {
-        QuietStandardError quiet;
-        if (const PaError error = Pa_Initialize(); error != paNoError) return PortAudioFailure("starting", error);
-        initialized_ = true;
-        if (const PaError error = Pa_OpenDefaultStream(&stream_, channels, 0, paFloat32, rate, kInputBlockFrames,
-                                                       &PortAudioInput::Callback, this);
-            error != paNoError) {
-            stream_ = nullptr;
-            return PortAudioFailure("opening the default input", error);
+    Status Start(int32_t rate, int channels, const std::string& name) {
+        if (name.empty()) {
+            return stream_.Start("the default input", [&](PaStream** stream) {
+                return Pa_OpenDefaultStream(stream, channels, 0, paFloat32, rate, kInputBlockFrames,
+                                            &PortAudioInput::Callback, this);
+            });
         }
-        if (const PaError error = Pa_StartStream(stream_); error != paNoError)
-            return PortAudioFailure("starting the default input", error);
-        return util::kNoError;
-    }
-
-    ~PortAudioInput() override {
-        QuietStandardError quiet;
-        if (stream_) {
-            Pa_StopStream(stream_);
-            Pa_CloseStream(stream_);
-        }
-        if (initialized_) Pa_Terminate();
+        const std::string what = "the input \"" + name + "\"";
+        return stream_.Start(what.c_str(), [&](PaStream** stream) -> PaError {
+            for (const auto& [index, deviceName] : InputDevicesNow()) {
+                if (deviceName != name) continue;
+                const PaStreamParameters input{index, channels, paFloat32,
+                                               Pa_GetDeviceInfo(index)->defaultLowInputLatency, nullptr};
+                return Pa_OpenStream(stream, &input, nullptr, rate, kInputBlockFrames, paNoFlag,
+                                     &PortAudioInput::Callback, this);
+            }
+            return paInvalidDevice;
+        });
     }
 
 private:
@@ -154,19 +189,29 @@ private:
     }
 
     SampleSink& sink_;
-    PaStream* stream_ = nullptr;
-    bool initialized_ = false;
+    PortAudioStream stream_;  // last: stopped before the sink's owner goes
 };
 
 }  // namespace
 
-Status OpenPortAudioInput(int32_t rate, int channels, SampleSink& sink, std::unique_ptr<InputDevice>& device) {
+Status OpenPortAudioInput(int32_t rate, int channels, const std::string& name, SampleSink& sink,
+                          std::unique_ptr<InputDevice>& device) {
     if (const std::string_view problem = gPortAudio.Load(); !problem.empty())
         return media::MediaFailure(util::kNoSoundOutput, "PortAudio cannot be loaded: " + std::string(problem));
     auto opened = std::make_unique<PortAudioInput>(sink);
-    if (const Status status = opened->Start(rate, channels); status != util::kNoError) return status;
+    if (const Status status = opened->Start(rate, channels, name); status != util::kNoError) return status;
     device = std::move(opened);
     return util::kNoError;
+}
+
+std::vector<std::string> PortAudioInputNames() {
+    std::vector<std::string> names;
+    if (!gPortAudio.Load().empty()) return names;
+    QuietStandardError quiet;
+    if (Pa_Initialize() != paNoError) return names;
+    for (auto& [index, name] : InputDevicesNow()) names.push_back(std::move(name));
+    Pa_Terminate();
+    return names;
 }
 
 Status OpenPortAudioDevice(BlockRenderer& renderer, std::unique_ptr<OutputDevice>& device) {

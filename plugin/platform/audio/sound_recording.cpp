@@ -93,7 +93,7 @@ Status SoundRecording::Start(const std::string& path, const RecordingFormat& for
                                                             std::to_string(format.sampleRate));
     try {
         auto parts = std::make_unique<Parts>(size_t(format.sampleRate) * kRingSeconds, format.channels);
-        if (Status s = OpenInputDevice(format.sampleRate, format.channels, parts->ring, parts->input)) return s;
+        if (Status s = OpenInputDevice(format.sampleRate, format.channels, format.device, parts->ring, parts->input)) return s;
         if (Status s = media::PcmMovieWriter::Open(path, format.sampleRate, format.channels, format.sampleSize,
                                                    parts->writer))
             return s;

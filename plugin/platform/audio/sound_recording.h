@@ -22,6 +22,7 @@ struct RecordingFormat {
     int32_t sampleRate = 44100;
     int16_t channels = 2;
     int16_t sampleSize = 16;
+    std::string device;  // the input's name; empty: the default input
 };
 
 class SoundRecording {

@@ -1,17 +1,19 @@
 // A recording from PortAudio's default input, which an ALSA configuration of the test's own reads
 // from a file of float frames.
+#include "platform/audio/input_device.h"
 #include "platform/audio/sound_recording.h"
 #include "platform/media/block_source.h"
 #include "platform/media/sound_writer.h"
 
 #include "audio_fixtures.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace vd::audio {
 namespace {
 
-TEST(PortAudioInputTest, TheDefaultInputIsRecorded) {
+TEST(PortAudioInputTest, AnInputChosenByNameIsRecorded) {
     vdtest::TempFolder folder;
     const std::string in = (folder.path() / "in.raw").string(), take = (folder.path() / "take.mov").string();
     std::vector<float> frames;  // a ramp: each frame's samples name their frame
@@ -26,8 +28,15 @@ TEST(PortAudioInputTest, TheDefaultInputIsRecorded) {
         {
             setenv("HOME", folder.path().c_str(), 1);
             unsetenv("VANDREL_AUDIO");
+            // ALSA's "default" as PortAudio lists it, chosen by its name; a name it lacks is refused.
+            const std::vector<std::string> names = InputDeviceNames();
+            if (std::find(names.begin(), names.end(), "default") == names.end()) std::_Exit(5);
+            RecordingFormat format;
+            format.device = "no such input";
             std::unique_ptr<SoundRecording> recording;
-            if (SoundRecording::Start(take, {}, recording) != util::kNoError) {
+            if (SoundRecording::Start(take, format, recording) != util::kNoSoundOutput) std::_Exit(6);
+            format.device = "default";
+            if (SoundRecording::Start(take, format, recording) != util::kNoError) {
                 std::fprintf(stderr, "%s\n", media::LastMediaErrorDetail().c_str());
                 std::_Exit(2);
             }
