@@ -117,6 +117,12 @@ util::Status Open(GraphicsImporter::State& s, uint32_t type) {
     switch (engine) {
         case ImageEngine::kVips: status = OpenWithVips(s); break;
         case ImageEngine::kMagick:
+            // A picture always follows a 512-byte header here, whatever the header holds (a VD
+            // image leaves its type code there). ImageMagick takes "PICT" at the very start for
+            // the 4-byte header of pictures from other systems and would read the header as the
+            // picture, so the code goes.
+            if (s.format->code == ImageCode("PICT") && s.bytes.size() > 512 && std::memcmp(bytes, "PICT", 4) == 0)
+                std::memset(s.bytes.data(), 0, 4);
             status = MagickDecode(bytes, s.bytes.size(), s.format->coder, 0, s.first, s.description.imageCount);
             if (status == util::kNoError) DescribeRaster(s.first, s.description);
             break;
