@@ -249,3 +249,26 @@ TEST_F(ImageConversionTest, APictureFromTheSystemOpensAndConverts) {
 
 }  // namespace
 }  // namespace vdtest
+
+namespace vdtest {
+namespace {
+
+TEST_F(ImageConversionTest, TheDialogAnswersTheChosenSettingsAsText) {
+    ScopedEnv script("VANDREL_UI_SCRIPT", Path("answers.txt"));
+    auto dialog = [&](const std::string& type, const std::string& answer) {
+        Write("answers.txt", answer + "\n");
+        return Text(u"Vandrel_ConversionDialog ( $a )", {vdhost::makeTextUtf8(type)});
+    };
+    const std::string plain = dialog("JPEG", "ok");
+    const std::string chosen = dialog("JPEG|jpg|JPEG Image", "ok depth=grey quality=high");
+    EXPECT_EQ(plain.rfind("<hex>", 0), 0u) << plain;
+    EXPECT_EQ(chosen.rfind("<hex>", 0), 0u) << chosen;
+    EXPECT_NE(plain, chosen);
+    EXPECT_EQ(dialog("JPEG", "ok depth=grey quality=high"), chosen);
+    EXPECT_EQ(dialog("TIFF", "ok compression=packbits").rfind("<hex>", 0), 0u);
+    EXPECT_EQ(dialog("JPEG", "cancel"), "$-128:Vandrel_ConversionDialog: Operation canceled by the user.");
+    EXPECT_EQ(dialog("XYZW", "ok"), "$-2005:Vandrel_ConversionDialog: Could not find QT exporter for specified image type");
+}
+
+}  // namespace
+}  // namespace vdtest
