@@ -1,5 +1,6 @@
 #include "platform/graphics/image_formats.h"
 
+#include "platform/graphics/magick_functions.h"
 #include "platform/graphics/vips_library.h"
 
 #include <vips/vips.h>
@@ -49,7 +50,8 @@ const ImageFormat* FindImageFormat(uint32_t code) {
 }
 
 bool CanWriteImageFormat(const ImageFormat& format) {
-    if (format.engine == ImageEngine::kMagick || format.engine == ImageEngine::kMacPaint) return true;
+    if (format.engine == ImageEngine::kMacPaint) return true;
+    if (format.engine == ImageEngine::kMagick) return LoadMagick().empty();
     if (StartVips()) return false;
     // The QuickTime image holds a PNG.
     const char* saver = format.engine == ImageEngine::kQuickTimeImage ? "pngsave_buffer" : format.coder;
