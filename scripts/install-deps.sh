@@ -20,6 +20,8 @@ packages=(
   libgtk-3-dev xdg-utils
   # tests and benchmarks (ffmpeg and sox make fixtures and are the tools we measure against)
   libgtest-dev libgmock-dev libbenchmark-dev ffmpeg sox libsox-fmt-mp3
+  # the tools the image benchmark measures ours against (vips, ImageMagick's convert)
+  libvips-tools imagemagick
   # aplay: the tool the playback benchmark measures beside ours on an ALSA device
   alsa-utils
   # the test that shows the real GTK chooser on a virtual display
