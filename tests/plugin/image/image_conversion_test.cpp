@@ -227,6 +227,11 @@ TEST_F(ImageConversionTest, FailuresSayWhatWentWrong) {
               "$-43:Vandrel_ConvertImage: Could not find referenced image file");
     EXPECT_EQ(Text(u"Vandrel_ConvertImage ( $a ; \"PNGf\" ; -1 ; -1 ; -1 ; -1 ; -1 ; 5 ; -1 ; -1 ; -1 )", {bmp}),
               "$-50:Vandrel_ConvertImage: Conversion failed");
+    // Headers that claim more pixels than can be held are refused before anything is allocated.
+    std::string huge = BmpOf(Blocks(16, 16));
+    huge.replace(18, 8, std::string("\x40\x9C\x00\x00\x40\x9C\x00\x00", 8));  // 40000 x 40000
+    EXPECT_EQ(Text(u"Vandrel_ConvertImage ( $a ; \"PNGf\" )", {ContainerWith("BMPf", huge)}),
+              "$-108:Vandrel_ConvertImage: Could not find QT importer for this type.");
     EXPECT_EQ(Text(u"Vandrel_ConversionDialog ( \"JP\" )"),
               "$20101:Vandrel_ConversionDialog: Image type code must be exactly 4 characters, empty, or start a list of items");
 }
