@@ -37,6 +37,11 @@ if wanted sound_conversion; then
   "$build/bin/sound_conversion_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/sound_conversion.txt
 fi
 
+if wanted image_conversion; then
+  echo "== Vandrel_ConvertImage of a 24-megapixel JPEG to PNG and TIFF through vdhost against vips copy and convert (target: ratio <= 1.0 of vips)"
+  "$build/bin/image_conversion_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/image_conversion.txt
+fi
+
 if wanted playback; then
   echo "== Vandrel_PlaySound of a 10-minute MP3: the call (target <= 20 ms) and its first frame on the device (target <= 50 ms); through ALSA beside aplay"
   "$build/bin/playback_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/playback.txt

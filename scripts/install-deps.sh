@@ -11,12 +11,17 @@ packages=(
   # plug-in: settings compression, the media layer (FFmpeg) and images (libvips); the -dev packages
   # give the headers and bring the libraries, which the plug-in loads when a function first needs them
   zlib1g-dev libavformat-dev libavcodec-dev libswresample-dev libavutil-dev libvips-dev
+  # the Mac picture formats libvips lacks (ImageMagick 6) and web images (libcurl): headers and
+  # libraries, loaded on first use like libvips
+  libmagickcore-6.q16-dev libcurl4-openssl-dev
   # the sound output (PortAudio: its header; the library is loaded when the first sound plays)
   portaudio19-dev
   # the dialog module (GTK 3, loaded only when a dialog is shown) and opening items with their application
   libgtk-3-dev xdg-utils
   # tests and benchmarks (ffmpeg and sox make fixtures and are the tools we measure against)
   libgtest-dev libgmock-dev libbenchmark-dev ffmpeg sox libsox-fmt-mp3
+  # the tools the image benchmark measures ours against (vips, ImageMagick's convert)
+  libvips-tools imagemagick
   # aplay: the tool the playback benchmark measures beside ours on an ALSA device
   alsa-utils
   # the tests that show the real GTK chooser on a virtual display and press its mouse button

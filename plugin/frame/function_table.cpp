@@ -3,6 +3,7 @@
 #include "container/functions/insert_quicktime_function.h"
 #include "files/functions/file_functions.h"
 #include "frame/functions/frame_functions.h"
+#include "image/functions/image_functions.h"
 #include "playback/functions/playback_functions.h"
 #include "recording/functions/recording_functions.h"
 #include "sound/functions/sound_functions.h"
@@ -26,8 +27,8 @@ constexpr FunctionEntry Numbered(FunctionGroup group, int16_t id, const char* na
 }
 
 constexpr FunctionEntry Image(int16_t id, const char* name, const char* prototype, int16_t minArgs,
-                              int16_t maxArgs) {
-    return Numbered(FunctionGroup::Image, id, name, prototype, minArgs, maxArgs);
+                              int16_t maxArgs, Handler handler = NotImplemented, CountRule ownCount = {}) {
+    return Numbered(FunctionGroup::Image, id, name, prototype, minArgs, maxArgs, handler, ownCount);
 }
 
 // The sound functions refuse a count of their own with -50 and a sentence that says what they need.
@@ -160,13 +161,18 @@ constexpr std::array kTable{
     Placeholder(83), Placeholder(84), Placeholder(85), Placeholder(86),
     Image(87, "Vandrel_TResize", "Vandrel_TResize ( xDim ; yDim )", 2, 2),
     Unused(88),
-    Image(89, "Vandrel_SetImageDefaults", "Vandrel_SetImageDefaults ( previewQuality ; previewMark )", 2, 2),
-    Image(90, "Vandrel_ConversionDialog", "Vandrel_ConversionDialog ( imageType )", 1, 1),
+    Image(89, "Vandrel_SetImageDefaults", "Vandrel_SetImageDefaults ( previewQuality ; previewMark )", 2, 2,
+          image::SetImageDefaultsFunction),
+    Image(90, "Vandrel_ConversionDialog", "Vandrel_ConversionDialog ( imageType )", 1, 1,
+          image::ConversionDialogFunction),
+    // Only 2 or 11 arguments are taken; the message has always asked for 10.
     Image(91, "Vandrel_ConvertImage",
           "Vandrel_ConvertImage ( container ; imageType ; depth ; hres ; vres ; targetBytes ; quality ; "
           "imageIndex ; transcode ; packBits ; interlace )",
-          2, 11),
-    Image(92, "Vandrel_ListImageOutputTypes", "Vandrel_ListImageOutputTypes", 0, 0),
+          2, 11, image::ConvertImageFunction,
+          {2, 11, util::kWrongArgumentCount, "Requires either 2 or 10 parameters"}),
+    Image(92, "Vandrel_ListImageOutputTypes", "Vandrel_ListImageOutputTypes", 0, 0,
+          image::ListImageOutputTypesFunction),
     // Registered a second time, with the same handler, for the one- and two-argument form.
     Image(93, "Vandrel_GetMetadata", "Vandrel_GetMetadata ( containerOrFile {; tag} )", 1, 2),
     Image(94, "Vandrel_InsertFile", "Vandrel_InsertFile ( filepath ; byReference ; asText )", 3, 3),

@@ -14,5 +14,10 @@ inline constexpr const char* kPortAudioLibrary = "libportaudio.so.2";
 inline constexpr const char* kVipsLibrary = "libvips.so.42";
 // Never loaded by us: Debian's libvips saves JPEG through it, so without it there is no JPEG saver.
 inline constexpr const char* kJpegLibrary = "libjpeg.so.62";
+// The Mac picture formats libvips lacks (PICT, PSD, SGI, TGA, BMP), loaded when one is first read
+// or written.
+inline constexpr const char* kMagickCoreLibrary = "libMagickCore-6.Q16.so.6";
+// Web images, loaded when the first one is fetched.
+inline constexpr const char* kCurlLibrary = "libcurl.so.4";
 
 }  // namespace vd::platform

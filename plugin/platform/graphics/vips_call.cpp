@@ -52,6 +52,43 @@ VipsCall& VipsCall::Set(const char* name, const char* text) {
     return *this;
 }
 
+VipsCall& VipsCall::Set(const char* name, double number) {
+    if (!operation_) return *this;
+    OwnedValue value(G_TYPE_DOUBLE);
+    g_value_set_double(&value.value, number);
+    g_object_set_property(Object(), name, &value.value);
+    return *this;
+}
+
+VipsCall& VipsCall::SetBool(const char* name, bool flag) {
+    if (!operation_) return *this;
+    OwnedValue value(G_TYPE_BOOLEAN);
+    g_value_set_boolean(&value.value, flag);
+    g_object_set_property(Object(), name, &value.value);
+    return *this;
+}
+
+VipsCall& VipsCall::SetDoubles(const char* name, const std::vector<double>& numbers) {
+    if (!operation_) return *this;
+    VipsArrayDouble* array = vips_array_double_new(numbers.data(), int(numbers.size()));
+    OwnedValue value(VIPS_TYPE_ARRAY_DOUBLE);
+    g_value_set_boxed(&value.value, array);  // the value takes a reference of its own
+    vips_area_unref(VIPS_AREA(array));
+    g_object_set_property(Object(), name, &value.value);
+    return *this;
+}
+
+VipsCall& VipsCall::SetImages(const char* name, const std::vector<VipsImage*>& images) {
+    if (!operation_) return *this;
+    std::vector<VipsImage*> copy(images);  // the array takes references of its own
+    VipsArrayImage* array = vips_array_image_new(copy.data(), int(copy.size()));
+    OwnedValue value(VIPS_TYPE_ARRAY_IMAGE);
+    g_value_set_boxed(&value.value, array);
+    vips_area_unref(VIPS_AREA(array));
+    g_object_set_property(Object(), name, &value.value);
+    return *this;
+}
+
 VipsCall& VipsCall::SetEnum(const char* name, GType type, int member) {
     if (!operation_) return *this;
     OwnedValue value(type);

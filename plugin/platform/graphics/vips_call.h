@@ -29,6 +29,10 @@ public:
     VipsCall& Set(const char* name, VipsImage* image);
     VipsCall& Set(const char* name, int value);
     VipsCall& Set(const char* name, const char* text);  // copied
+    VipsCall& Set(const char* name, double value);
+    VipsCall& SetBool(const char* name, bool value);
+    VipsCall& SetDoubles(const char* name, const std::vector<double>& values);
+    VipsCall& SetImages(const char* name, const std::vector<VipsImage*>& images);
     VipsCall& SetEnum(const char* name, GType type, int value);
     // The bytes are not copied: they must outlive every image the operation makes (a loader reads
     // its pixels only when they are asked for).

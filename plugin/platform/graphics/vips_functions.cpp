@@ -32,6 +32,16 @@ constexpr const char* kSonames[] = {kVipsLibrary};
                                    VipsBandFormat format), (data, size, width, height, bands, format))   \
     X(0, vips_image_get_width, (const VipsImage* image), (image))                                           \
     X(0, vips_image_get_height, (const VipsImage* image), (image))                                          \
+    X(0, vips_image_get_n_pages, (VipsImage* image), (image))                                               \
+    X(0, vips_type_find, (const char* basename, const char* nickname), (basename, nickname))                \
+    X(0, vips_array_double_new, (const double* array, int n), (array, n))                                   \
+    X(0, vips_array_image_new, (VipsImage** array, int n), (array, n))                                      \
+    X(0, vips_array_double_get_type, (void), ())                                                            \
+    X(0, vips_array_image_get_type, (void), ())                                                             \
+    X(0, vips_foreign_tiff_compression_get_type, (void), ())                                                \
+    X(0, vips_operation_relational_get_type, (void), ())                                                    \
+    X(0, g_value_set_double, (GValue* value, gdouble v_double), (value, v_double))                          \
+    X(0, g_value_set_boolean, (GValue* value, gboolean v_boolean), (value, v_boolean))                      \
     X(0, vips_image_write_to_memory, (VipsImage* in, size_t* size), (in, size))                             \
     X(0, vips_foreign_find_load_buffer, (const void* data, size_t size), (data, size))                      \
     X(0, vips_foreign_find_load, (const char* filename), (filename))                                        \

@@ -1,0 +1,98 @@
+#include "image/vd_image.h"
+
+#include "container/stream_types.h"
+#include "fmapi/args/host_binary.h"
+#include "fmapi/args/results.h"
+#include "image/container_importer.h"
+#include "image/conversion_settings.h"
+#include "platform/graphics/image_formats.h"
+#include "util/status_codes.h"
+
+#include <algorithm>
+#include <new>
+
+namespace vd::image {
+
+namespace {
+
+constexpr size_t kPictHeaderSize = 512;
+constexpr int32_t kLosslessQuality = 1024;
+
+// QuickDraw's InsetRect: positive amounts move the sides inward.
+platform::ClipRect Inset(platform::ClipRect r, int32_t dh, int32_t dv) {
+    return {r.left + dh, r.top + dv, r.right - dh, r.bottom - dv};
+}
+
+uint16_t SizeField(int32_t value) { return uint16_t(std::clamp(value, 0, 0xFFFF)); }
+
+}  // namespace
+
+std::vector<platform::ClipRect> PreviewMarkRegion(int32_t w, int32_t h) {
+    const int32_t s = std::min(w, h);
+    int32_t t = 1, a = 2;
+    if (s > 31) {
+        a = s / 16;
+        t = s < 128 ? 1 : s / 128;
+    }
+    std::vector<platform::ClipRect> frames;
+    platform::ClipRect r{0, 0, w, h};
+    frames.push_back(r);
+    r = Inset(r, w / 16, h / 16);
+    frames.push_back(r);
+    frames.push_back(Inset(r, t, t));
+    const platform::ClipRect inner = r;
+    frames.push_back(Inset(inner, a, 0));
+    frames.push_back(Inset(Inset(inner, a, 0), 0, t));
+    r = Inset(inner, 0, inner.bottom / 16);
+    frames.push_back(r);
+    frames.push_back(Inset(r, t, 0));
+    return frames;
+}
+
+util::Status MakeVdImage(const platform::GraphicsImporter& importer, container::Bytes& vdImage) {
+    const platform::ImageFormat* pict = platform::FindImageExporter(container::kPictStream);
+    if (!pict) return util::kNoComponent;
+    platform::ImageExportSettings settings;
+    settings.quality = kLosslessQuality;
+    settings.depth = 24;
+    settings.dontRecompress = false;
+    container::Bytes picture;
+    if (util::Status s = importer.Export(*pict, settings, picture)) return s;
+    if (picture.size() < kPictHeaderSize) return util::kInternalComponentError;
+    // The file header goes; the type code takes its place.
+    std::copy(picture.begin() + kPictHeaderSize, picture.end(), picture.begin() + 4);
+    picture.resize(picture.size() - (kPictHeaderSize - 4));
+    const uint8_t code[4] = {'P', 'I', 'C', 'T'};
+    std::copy(code, code + 4, picture.begin());
+    vdImage = std::move(picture);
+    return util::kNoError;
+}
+
+std::optional<fmapi::Outcome> AddVdPreview(FMX_BinaryData* binary) {
+    // The picture is read back from the very data it will stand beside, as any reader of it would.
+    fmapi::OwnedData holder(fmapi::NewData());
+    if (FMX_ErrCode e = SetResultBinary(holder.get(), binary)) return fmapi::Outcome::Failure(e);
+    platform::GraphicsImporter importer;
+    if (auto failure = OpenImporterForContainer(holder.get(), importer)) return failure;
+    const platform::ImageDescription& d = importer.Description();
+    if (FMX_ErrCode e = container::AddSizeStream(binary, SizeField(d.width), SizeField(d.height)))
+        return fmapi::Outcome::Failure(e);
+
+    const PreviewSettings preview = StoredPreviewSettings();
+    if (preview.quality == -1) return std::nullopt;
+    const platform::ImageFormat* jpeg = platform::FindImageExporter(container::kJpegStream);
+    if (!jpeg) return fmapi::Outcome::Failure(util::kNoComponent, "No codec for creating VD preview!");
+    platform::ImageExportSettings settings;
+    settings.quality = preview.quality;
+    settings.depth = 24;
+    if (preview.mark) settings.clip = PreviewMarkRegion(d.width, d.height);
+    container::Bytes jpegBytes;
+    if (util::Status s = importer.Export(*jpeg, settings, jpegBytes))
+        return fmapi::Outcome::Failure(s, "Preview creation failed");
+    if (FMX_ErrCode e = container::AddTypedStream(binary, container::kJpegStream, uint32_t(jpegBytes.size()),
+                                                  jpegBytes.data()))
+        return fmapi::Outcome::Failure(e, "Preview creation failed");
+    return std::nullopt;
+}
+
+}  // namespace vd::image

@@ -1,0 +1,30 @@
+// The plug-in's own container pictures: the VD image (a lossless 24-bit PICT behind its type code,
+// in a "VDIM" stream) and the VD preview (a JPEG beside pictures whose format the host cannot show,
+// clipped to the preview mark that tells it from the real picture).
+#pragma once
+
+#include "container/streams.h"
+#include "fmapi/outcome.h"
+#include "platform/graphics/graphics_importer.h"
+
+#include <fmx/fmx.h>
+
+#include <optional>
+#include <vector>
+
+namespace vd::image {
+
+// The rectangles whose odd overlaps make the preview mark of a width x height picture: the frame
+// of the picture, a frame inset by a sixteenth, and corner brackets inside it.
+std::vector<platform::ClipRect> PreviewMarkRegion(int32_t width, int32_t height);
+
+// The importer's picture as the bytes of a "VDIM" stream: "PICT" and the picture without its
+// 512-byte file header. The export's status on failure.
+util::Status MakeVdImage(const platform::GraphicsImporter& importer, container::Bytes& vdImage);
+
+// To binary data that holds an image stream: a "SIZE" stream and, unless the preview quality is
+// -1, a "JPEG" preview at that quality (clipped to the preview mark when it is on). The failure
+// with its message otherwise.
+std::optional<fmapi::Outcome> AddVdPreview(FMX_BinaryData* binary);
+
+}  // namespace vd::image

@@ -1,0 +1,309 @@
+// Exporting an opened picture: the pixels are brought to 8-bit samples, to the depth asked for,
+// clipped and given their resolution in one libvips pipeline, then written by the format's own
+// writer. libvips's writers take the pipeline as it streams; ImageMagick and our own writers take
+// the finished pixels.
+#include "platform/graphics/graphics_importer.h"
+
+#include "platform/graphics/importer_state.h"
+#include "platform/graphics/macpaint_codec.h"
+#include "platform/graphics/magick_codec.h"
+#include "platform/graphics/pixel_buffer.h"
+#include "platform/graphics/quicktime_image.h"
+#include "platform/graphics/vips_call.h"
+#include "platform/graphics/vips_library.h"
+
+#include <vips/vips.h>
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+namespace vd::platform {
+
+namespace {
+
+constexpr int32_t kLosslessQuality = 1024;
+constexpr int32_t kBestQuality = 1023;
+constexpr int kDefaultQ = 75;
+constexpr int32_t kPackBits = 32773;
+
+// The settings' 0..1023 quality on the 1..100 scale of the libraries.
+int LibraryQuality(int32_t quality) {
+    if (quality < 0) return kDefaultQ;
+    if (quality >= kBestQuality) return 100;
+    return std::clamp((quality * 100 + kBestQuality / 2) / kBestQuality, 1, 100);
+}
+
+bool WantsGrey(int32_t depth) { return (depth >= 1 && depth <= 8) || (depth >= 33 && depth <= 40); }
+bool WantsBilevel(int32_t depth) { return depth == 1 || depth == 33; }
+bool HasAlpha(const VipsImage* image) { return image->Bands == 2 || image->Bands == 4; }
+
+// Replaces image by the operation's output, the operation's input having been image.
+util::Status Apply(VipsCall& call, VipsImagePtr& image) {
+    VipsImagePtr out;
+    if (util::Status s = call.Run(GraphicsStep::kEncoding, out)) return s;
+    image = std::move(out);
+    return util::kNoError;
+}
+
+util::Status Colourspace(VipsImagePtr& image, VipsInterpretation space) {
+    VipsCall call("colourspace");
+    call.Set("in", image.get()).SetEnum("space", VIPS_TYPE_INTERPRETATION, space);
+    return Apply(call, image);
+}
+
+util::Status CastToBytes(VipsImagePtr& image) {
+    if (image->BandFmt == VIPS_FORMAT_UCHAR) return util::kNoError;
+    VipsCall call("cast");
+    call.Set("in", image.get()).SetEnum("format", VIPS_TYPE_BAND_FORMAT, VIPS_FORMAT_UCHAR);
+    return Apply(call, image);
+}
+
+// Alpha composed over white.
+util::Status Flatten(VipsImagePtr& image) {
+    if (!HasAlpha(image.get())) return util::kNoError;
+    VipsCall call("flatten");
+    call.Set("in", image.get()).SetDoubles("background", std::vector<double>(size_t(image->Bands - 1), 255.0));
+    if (util::Status s = Apply(call, image)) return s;
+    return CastToBytes(image);
+}
+
+util::Status White(int32_t width, int32_t height, int bands, VipsImagePtr& white) {
+    VipsCall black("black");
+    black.Set("width", width).Set("height", height).Set("bands", bands);
+    if (util::Status s = black.Run(GraphicsStep::kEncoding, white)) return s;
+    if (util::Status s = CastToBytes(white)) return s;
+    VipsCall invert("invert");
+    invert.Set("in", white.get());
+    return Apply(invert, white);
+}
+
+util::Status AddOpaqueAlpha(VipsImagePtr& image) {
+    VipsImagePtr alpha;
+    if (util::Status s = White(image->Xsize, image->Ysize, 1, alpha)) return s;
+    VipsCall call("bandjoin");
+    call.SetImages("in", {image.get(), alpha.get()});
+    return Apply(call, image);
+}
+
+// 255 inside an odd number of the rectangles, 0 elsewhere.
+util::Status ClipMask(const std::vector<ClipRect>& clip, int32_t width, int32_t height, Raster& mask) {
+    if (int64_t(width) * height > PixelBuffer::kMaxPixels) return util::kMemoryFull;
+    try {
+        mask.pixels.assign(size_t(width) * size_t(height), 0);
+    } catch (const std::bad_alloc&) {
+        return util::kMemoryFull;
+    }
+    mask.width = width;
+    mask.height = height;
+    mask.bands = 1;
+    for (const ClipRect& r : clip) {
+        const int32_t left = std::max(r.left, 0), right = std::min(r.right, width);
+        const int32_t top = std::max(r.top, 0), bottom = std::min(r.bottom, height);
+        for (int32_t y = top; y < bottom; ++y) {
+            uint8_t* row = mask.Row(y);
+            for (int32_t x = left; x < right; ++x) row[x] ^= 0xFF;
+        }
+    }
+    return util::kNoError;
+}
+
+// The pixels, ready for the writer, and everything they are read from.
+struct Pipeline {
+    VipsImagePtr image;
+    Raster holder;  // a picture decoded in memory
+    Raster mask;    // the clip
+};
+
+util::Status Build(const GraphicsImporter::State& state, const ImageFormat& format, const ImageExportSettings& s,
+                   Pipeline& p) {
+    const int32_t index = s.imageIndex > 1 ? s.imageIndex - 1 : 0;
+    if (util::Status status = PictureOf(state, index, p.image, p.holder)) return status;
+    VipsImagePtr& image = p.image;
+    if (int64_t(image->Xsize) * image->Ysize > kMaxImagePixels) return util::kMemoryFull;
+
+    const VipsInterpretation type = image->Type;
+    const bool plain = type == VIPS_INTERPRETATION_sRGB || type == VIPS_INTERPRETATION_B_W ||
+                       type == VIPS_INTERPRETATION_MULTIBAND || type == VIPS_INTERPRETATION_RGB;
+    if (image->BandFmt != VIPS_FORMAT_UCHAR || !plain || image->Bands > 4) {
+        const bool grey = (type == VIPS_INTERPRETATION_B_W || type == VIPS_INTERPRETATION_GREY16) && image->Bands <= 2;
+        if (util::Status status = Colourspace(image, grey ? VIPS_INTERPRETATION_B_W : VIPS_INTERPRETATION_sRGB))
+            return status;
+        if (util::Status status = CastToBytes(image)) return status;
+    }
+
+    const int32_t depth = s.depth;
+    if (depth == 24 || WantsGrey(depth) || !s.clip.empty())
+        if (util::Status status = Flatten(image)) return status;
+    if (WantsGrey(depth) && image->Bands >= 3)
+        if (util::Status status = Colourspace(image, VIPS_INTERPRETATION_B_W)) return status;
+    if (WantsBilevel(depth)) {
+        VipsCall threshold("relational_const");
+        threshold.Set("left", image.get())
+            .SetEnum("relational", VIPS_TYPE_OPERATION_RELATIONAL, VIPS_OPERATION_RELATIONAL_MOREEQ)
+            .SetDoubles("c", {128.0});
+        if (util::Status status = Apply(threshold, image)) return status;
+    }
+    // Formats written from whole pixels take grey, RGB or RGBA, never grey with alpha.
+    const bool needsColour = (depth == 24 || depth == 32) ||
+                             (format.engine != ImageEngine::kVips && image->Bands == 2);
+    if (needsColour && image->Bands < 3)
+        if (util::Status status = Colourspace(image, VIPS_INTERPRETATION_sRGB)) return status;
+    if (depth == 32 && !HasAlpha(image.get()))
+        if (util::Status status = AddOpaqueAlpha(image)) return status;
+
+    if (!s.clip.empty()) {
+        if (util::Status status = ClipMask(s.clip, image->Xsize, image->Ysize, p.mask)) return status;
+        VipsImagePtr mask(vips_image_new_from_memory(p.mask.pixels.data(), p.mask.pixels.size(), p.mask.width,
+                                                     p.mask.height, 1, VIPS_FORMAT_UCHAR));
+        if (!mask) return StatusFromVipsError(GraphicsStep::kEncoding);
+        VipsImagePtr white;
+        if (util::Status status = White(image->Xsize, image->Ysize, image->Bands, white)) return status;
+        VipsCall choose("ifthenelse");
+        choose.Set("cond", mask.get()).Set("in1", image.get()).Set("in2", white.get());
+        if (util::Status status = Apply(choose, image)) return status;
+    }
+
+    if (s.hDpi > 0 && s.vDpi > 0) {
+        VipsCall copy("copy");
+        copy.Set("in", image.get()).Set("xres", s.hDpi / 25.4).Set("yres", s.vDpi / 25.4);
+        if (util::Status status = Apply(copy, image)) return status;
+    }
+    return util::kNoError;
+}
+
+int TiffCompression(int32_t method) {
+    switch (method) {
+        case 1: return VIPS_FOREIGN_TIFF_COMPRESSION_NONE;
+        case 5: return VIPS_FOREIGN_TIFF_COMPRESSION_LZW;
+        case 7: return VIPS_FOREIGN_TIFF_COMPRESSION_JPEG;
+        case 8: return VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE;
+        case kPackBits: return VIPS_FOREIGN_TIFF_COMPRESSION_PACKBITS;
+        default: return -1;
+    }
+}
+
+util::Status SaveWithVips(VipsImage* image, const char* saver, const ImageFormat& format, const ImageExportSettings& s,
+                          int q, std::vector<uint8_t>& out) {
+    VipsCall save(saver);
+    save.Set("in", image);
+    const std::string_view name = saver;
+    if (format.lossy) {
+        save.Set("Q", q);
+        if (s.quality >= kLosslessQuality && name != "jpegsave_buffer") save.SetBool("lossless", true);
+    }
+    if (name == "tiffsave_buffer") {
+        if (const int compression = TiffCompression(s.compression); compression >= 0)
+            save.SetEnum("compression", VIPS_TYPE_FOREIGN_TIFF_COMPRESSION, compression);
+        if (s.compression == 7) save.Set("Q", q);
+    }
+    if ((name == "tiffsave_buffer" || name == "pngsave_buffer") && WantsBilevel(s.depth)) save.Set("bitdepth", 1);
+    if (util::Status status = save.Run(GraphicsStep::kEncoding)) return status;
+    return save.CopyBlob("buffer", out);
+}
+
+util::Status PixelsOf(VipsImage* image, Raster& raster) {
+    if (int64_t(image->Xsize) * image->Ysize > PixelBuffer::kMaxPixels) return util::kMemoryFull;
+    size_t length = 0;
+    GlibBuffer memory(vips_image_write_to_memory(image, &length));
+    if (!memory) return StatusFromVipsError(GraphicsStep::kEncoding);
+    raster.width = image->Xsize;
+    raster.height = image->Ysize;
+    raster.bands = image->Bands;
+    raster.xDpi = image->Xres * 25.4;
+    raster.yDpi = image->Yres * 25.4;
+    try {
+        const auto* begin = static_cast<const uint8_t*>(memory.get());
+        raster.pixels.assign(begin, begin + length);
+    } catch (const std::bad_alloc&) {
+        return util::kMemoryFull;
+    }
+    return length == raster.RowBytes() * size_t(raster.height) ? util::kNoError : util::kInternalComponentError;
+}
+
+util::Status Write(const GraphicsImporter::State& state, const ImageFormat& format, const ImageExportSettings& s,
+                   int q, std::vector<uint8_t>& out) {
+    Pipeline p;
+    if (util::Status status = Build(state, format, s, p)) return status;
+    VipsImage* image = p.image.get();
+    switch (format.engine) {
+        case ImageEngine::kVips: return SaveWithVips(image, format.coder, format, s, q, out);
+        case ImageEngine::kQuickTimeImage: {
+            std::vector<uint8_t> png;
+            if (util::Status status = SaveWithVips(image, "pngsave_buffer", format, s, q, png)) return status;
+            QuickTimeImage description;
+            description.compressor = ImageCode("png ");
+            description.width = image->Xsize;
+            description.height = image->Ysize;
+            description.depth = int16_t(image->Bands >= 3 ? image->Bands * 8 : 32 + 8);  // grey is 40 deep
+            description.hDpi = image->Xres > 1.0 ? image->Xres * 25.4 : 72;
+            description.vDpi = image->Yres > 1.0 ? image->Yres * 25.4 : 72;
+            description.name = "PNG";
+            return WriteQuickTimeImage(description, png.data(), png.size(), out);
+        }
+        case ImageEngine::kMagick:
+        case ImageEngine::kMacPaint: {
+            Raster raster;
+            if (util::Status status = PixelsOf(image, raster)) return status;
+            p = Pipeline{};  // the decoded picture is no longer needed beside its copy
+            if (format.engine == ImageEngine::kMacPaint) return EncodeMacPaint(raster, out);
+            return MagickEncode(raster, format.coder, s.compression == kPackBits, out);
+        }
+    }
+    return util::kInternalComponentError;
+}
+
+util::Status OriginalBytes(const GraphicsImporter::State& state, std::vector<uint8_t>& out) {
+    if (!state.bytes.empty()) {
+        try {
+            out = state.bytes;
+        } catch (const std::bad_alloc&) {
+            return util::kMemoryFull;
+        }
+        return util::kNoError;
+    }
+    FILE* file = std::fopen(state.path.c_str(), "rb");
+    if (!file) return util::kFileNotFound;
+    std::unique_ptr<FILE, int (*)(FILE*)> owner(file, &std::fclose);
+    std::fseek(file, 0, SEEK_END);
+    const long size = std::ftell(file);
+    std::fseek(file, 0, SEEK_SET);
+    if (size < 0 || size > (long(1) << 30)) return util::kMemoryFull;
+    try {
+        out.resize(size_t(size));
+    } catch (const std::bad_alloc&) {
+        return util::kMemoryFull;
+    }
+    return std::fread(out.data(), 1, out.size(), file) == out.size() ? util::kNoError : util::kIoError;
+}
+
+}  // namespace
+
+util::Status GraphicsImporter::Export(const ImageFormat& format, const ImageExportSettings& s,
+                                      std::vector<uint8_t>& out) const {
+    out.clear();
+    if (util::Status status = StartVips()) return status;
+    // A picture that is already what is asked for is passed on as it is, without a second loss.
+    if (s.dontRecompress && state_->format == &format && s.imageIndex <= 1 && s.depth == -1 && s.clip.empty())
+        return OriginalBytes(*state_, out);
+    if (!(s.targetBytes > 0 && format.lossy)) return Write(*state_, format, s, LibraryQuality(s.quality), out);
+
+    // The best quality whose file fits the size asked for, else the smallest file there is.
+    int low = 1, high = 100;
+    std::vector<uint8_t> best, attempt;
+    while (low <= high) {
+        const int q = (low + high) / 2;
+        if (util::Status status = Write(*state_, format, s, q, attempt)) return status;
+        if (attempt.size() <= size_t(s.targetBytes)) {
+            best.swap(attempt);
+            low = q + 1;
+        } else {
+            high = q - 1;
+        }
+    }
+    if (best.empty()) return Write(*state_, format, s, 1, out);
+    out.swap(best);
+    return util::kNoError;
+}
+
+}  // namespace vd::platform
