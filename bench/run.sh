@@ -42,6 +42,11 @@ if wanted image_conversion; then
   "$build/bin/image_conversion_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/image_conversion.txt
 fi
 
+if wanted image_insert; then
+  echo "== Vandrel_InsertImage of a 24-megapixel picture with its preview through vdhost against vipsthumbnail (target: ratio <= 1.0)"
+  "$build/bin/image_insert_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/image_insert.txt
+fi
+
 if wanted playback; then
   echo "== Vandrel_PlaySound of a 10-minute MP3: the call (target <= 20 ms) and its first frame on the device (target <= 50 ms); through ALSA beside aplay"
   "$build/bin/playback_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/playback.txt

@@ -4,6 +4,7 @@
 #include "files/functions/file_functions.h"
 #include "frame/functions/frame_functions.h"
 #include "image/functions/image_functions.h"
+#include "image/functions/insert_export_functions.h"
 #include "playback/functions/playback_functions.h"
 #include "recording/functions/recording_functions.h"
 #include "sound/functions/sound_functions.h"
@@ -123,7 +124,8 @@ constexpr std::array kTable{
                    Requires(4, -1, "This function requires at least 4 parameters.")),
              Reporting::kEmptyResult),
 
-    Image(51, "Vandrel_ExportField", "Vandrel_ExportField ( container ; path ; replace )", 3, 3),
+    Image(51, "Vandrel_ExportField", "Vandrel_ExportField ( container ; path ; replace )", 3, 3,
+          image::ExportFieldFunction),
     Image(52, "Vandrel_TScale", "Vandrel_TScale ( xScale ; yScale )", 2, 2),
     Image(53, "Vandrel_TSkew", "Vandrel_TSkew ( xSkew ; ySkew )", 2, 2),
     Image(54, "Vandrel_GetImageInfo", "Vandrel_GetImageInfo ( container )", 1, 1),
@@ -139,7 +141,8 @@ constexpr std::array kTable{
     Image(60, "Vandrel_TClear", "Vandrel_TClear", 0, 0),
     Image(61, "Vandrel_EffectDialog", "Vandrel_EffectDialog ( effectType [; previewImage [; previewImage2 ]] )", 1, 3),
     Image(62, "Vandrel_EffectApply", "Vandrel_EffectApply ( container ; effectDescription [; container2 ] )", 2, 3),
-    Image(63, "Vandrel_InsertImage", "Vandrel_InsertImage ( filepath ; byReference )", 2, 2),
+    Image(63, "Vandrel_InsertImage", "Vandrel_InsertImage ( filepath ; byReference )", 2, 2,
+          image::InsertImageFunction),
     // The file group is registered from inside the image group, after its thirteenth entry.
     File(64, "Vandrel_SetDefaultFolder", "Vandrel_SetDefaultFolder ( path )", 1, 1, files::SetDefaultFolderFunction),
     File(65, "Vandrel_GetDefaultFolder", "Vandrel_GetDefaultFolder", 0, 0, files::GetDefaultFolderFunction),
@@ -175,7 +178,8 @@ constexpr std::array kTable{
           image::ListImageOutputTypesFunction),
     // Registered a second time, with the same handler, for the one- and two-argument form.
     Image(93, "Vandrel_GetMetadata", "Vandrel_GetMetadata ( containerOrFile {; tag} )", 1, 2),
-    Image(94, "Vandrel_InsertFile", "Vandrel_InsertFile ( filepath ; byReference ; asText )", 3, 3),
+    Image(94, "Vandrel_InsertFile", "Vandrel_InsertFile ( filepath ; byReference ; asText )", 3, 3,
+          image::InsertFileFunction),
     Unused(95),
 };
 

@@ -1,6 +1,7 @@
 #include "frame/lifecycle.h"
 
 #include "fmapi/errors/localized_strings.h"
+#include "fmapi/host_identity.h"
 #include "frame/function_table.h"
 #include "frame/host_version.h"
 #include "frame/registration.h"
@@ -40,6 +41,7 @@ intptr_t StartUp(const ExternCallBlock& block) noexcept {
         gHostVersionCode = HostVersionCode(block.extnVersion, gHostVersionText);
         if (!IsAcceptedHostVersion(gHostVersionCode)) return -2;
         gHostInterfaceVersion = block.extnVersion;
+        fmapi::SetHostInterfaceVersion(block.extnVersion);
 
         if (!StartMediaLayer()) return -2;
         if (!StartUpSubsystems()) return -2;

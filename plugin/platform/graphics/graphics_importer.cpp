@@ -192,6 +192,7 @@ util::Status GraphicsImporter::OpenBytes(std::vector<uint8_t> bytes, uint32_t ty
 
 util::Status GraphicsImporter::OpenFile(const std::string& path) {
     state_ = std::make_unique<State>();
+    state_->sourceFile = path;
     std::vector<uint8_t> head;
     if (util::Status status = ReadFile(path, head, kSignatureBytes)) return status;
     uint32_t type = ImageTypeFromSignature(head.data(), head.size());
@@ -211,11 +212,14 @@ util::Status GraphicsImporter::OpenUrl(const std::string& url, const WebLimits& 
     if (util::Status status = FetchUrl(url, limits, body, detail)) return status;
     uint32_t type = ImageTypeFromSignature(body.data(), body.size());
     if (!type) type = ImageTypeFromExtension(url.substr(0, url.find_first_of("?#")));
-    return OpenBytes(std::move(body), type);
+    const util::Status status = OpenBytes(std::move(body), type);
+    state_->webAddress = url;
+    return status;
 }
 
 const ImageDescription& GraphicsImporter::Description() const { return state_->description; }
-const std::string& GraphicsImporter::FilePath() const { return state_->path; }
+const std::string& GraphicsImporter::FilePath() const { return state_->sourceFile; }
+const std::string& GraphicsImporter::WebAddress() const { return state_->webAddress; }
 
 const ImageFormat* FindImageExporter(uint32_t type) {
     const ImageFormat* format = FindImageFormat(type);

@@ -63,8 +63,10 @@ public:
     util::Status OpenUrl(const std::string& url, const WebLimits& limits, std::string& detail);
 
     const ImageDescription& Description() const;
-    // The file it reads, or "" for bytes and web images.
+    // The file it was opened on, or "" for bytes and web images.
     const std::string& FilePath() const;
+    // The address of a web image, or "".
+    const std::string& WebAddress() const;
 
     // The picture in the format. util::kBadParameter for an image index past the last picture;
     // util::kMemoryFull for a picture too large to hold; the library's status otherwise.

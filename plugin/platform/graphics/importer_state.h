@@ -17,6 +17,8 @@ struct GraphicsImporter::State {
     const ImageFormat* format = nullptr;
     ImageDescription description;
     std::string path;             // a file libvips reads itself, streaming
+    std::string sourceFile;       // the file it was opened on, whoever reads it
+    std::string webAddress;       // the address it was fetched from
     std::vector<uint8_t> bytes;   // the picture in memory (the whole file for ImageMagick and our codecs)
     size_t dataOffset = 0;        // the part libvips decodes (inside a QuickTime image: its picture)
     size_t dataSize = 0;
