@@ -14,12 +14,16 @@ packages=(
   # the Mac picture formats libvips lacks (ImageMagick 6) and web images (libcurl): headers and
   # libraries, loaded on first use like libvips
   libmagickcore-6.q16-dev libcurl4-openssl-dev
+  # the metadata module (Exiv2 and TagLib, loaded only when a tag is read or written)
+  libexiv2-dev libtag1-dev
   # the sound output (PortAudio: its header; the library is loaded when the first sound plays)
   portaudio19-dev
   # the dialog module (GTK 3, loaded only when a dialog is shown) and opening items with their application
   libgtk-3-dev xdg-utils
   # tests and benchmarks (ffmpeg and sox make fixtures and are the tools we measure against)
   libgtest-dev libgmock-dev libbenchmark-dev ffmpeg sox libsox-fmt-mp3
+  # the metadata tests write pictures' tags with the exiv2 program
+  exiv2
   # the tools the image benchmark measures ours against (vips, ImageMagick's convert)
   libvips-tools imagemagick
   # aplay: the tool the playback benchmark measures beside ours on an ALSA device

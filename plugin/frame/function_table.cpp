@@ -5,6 +5,7 @@
 #include "frame/functions/frame_functions.h"
 #include "image/functions/image_functions.h"
 #include "image/functions/insert_export_functions.h"
+#include "metadata/functions/metadata_functions.h"
 #include "playback/functions/playback_functions.h"
 #include "recording/functions/recording_functions.h"
 #include "sound/functions/sound_functions.h"
@@ -110,9 +111,9 @@ constexpr std::array kTable{
     Sound(19, "Vandrel_RecordSoundPause", 0, 0, kUI, recording::RecordSoundPauseFunction),
     Sound(20, "Vandrel_RecordSoundFormatDialog", 0, 0, kUI, recording::RecordSoundFormatDialogFunction),
     Reported(Sound(21, "Vandrel_Get", 1, 1, kNoUI, playback::GetFunction), Reporting::kErrorCode),
-    Sound(22, "Vandrel_SetMetadata", 2, -1, kNoUI),
+    Sound(22, "Vandrel_SetMetadata", 2, -1, kNoUI, metadata::SetMetadataFunction),
     Reported(Sound(23, "Vandrel_Set", 1, 2, kNoUI, playback::SetFunction), Reporting::kErrorCode),
-    Sound(24, "Vandrel_GetMetadata", 1, 3, kNoUI),
+    Sound(24, "Vandrel_GetMetadata", 1, 3, kNoUI, metadata::GetMetadataFunction),
     Sound(25, "Vandrel_PlayPause", 0, 1, kUI, playback::PlayPauseFunction),
     // Normalize is Amplify with its mode chosen: the result answers what Amplify would, while
     // Vandrel_GetLastError tells the outcome as Normalize's own.
@@ -177,7 +178,8 @@ constexpr std::array kTable{
     Image(92, "Vandrel_ListImageOutputTypes", "Vandrel_ListImageOutputTypes", 0, 0,
           image::ListImageOutputTypesFunction),
     // Registered a second time, with the same handler, for the one- and two-argument form.
-    Image(93, "Vandrel_GetMetadata", "Vandrel_GetMetadata ( containerOrFile {; tag} )", 1, 2),
+    Image(93, "Vandrel_GetMetadata", "Vandrel_GetMetadata ( containerOrFile {; tag} )", 1, 2,
+          metadata::GetMetadataFunction),
     Image(94, "Vandrel_InsertFile", "Vandrel_InsertFile ( filepath ; byReference ; asText )", 3, 3,
           image::InsertFileFunction),
     Unused(95),
