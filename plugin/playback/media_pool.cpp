@@ -201,7 +201,7 @@ void MediaPool::Tick() {
             }
         }
     }
-    if (const RecorderLink& recorder = Recorder(); recorder.idleStep) recorder.idleStep();
+    if (const auto idleStep = Recorder().idleStep.load()) idleStep();
 }
 
 size_t MediaPool::EntryCount() {

@@ -3,11 +3,14 @@
 // built; until then nothing records.
 #pragma once
 
+#include <atomic>
+
 namespace vd::playback {
 
+// Atomic: the recorder installs them on the host's thread while the timer's thread may be reading.
 struct RecorderLink {
-    int (*state)() noexcept = nullptr;      // 0 when nothing records
-    void (*idleStep)() noexcept = nullptr;  // called by every tick of the shared timer
+    std::atomic<int (*)() noexcept> state{nullptr};      // 0 when nothing records
+    std::atomic<void (*)() noexcept> idleStep{nullptr};  // called by every tick of the shared timer
 };
 
 RecorderLink& Recorder();

@@ -36,7 +36,10 @@ Recorder* Recorder::Instance() {
     std::lock_guard lock(Lock());
     if (!gRecorder) {
         gRecorder = new (std::nothrow) Recorder();
-        if (gRecorder) playback::Recorder() = {RecordingNow, IdleFromTick};
+        if (gRecorder) {
+            playback::Recorder().state.store(RecordingNow);
+            playback::Recorder().idleStep.store(IdleFromTick);
+        }
     }
     return gRecorder;
 }

@@ -45,8 +45,8 @@ MediaPool& Pool() {
 
 // Get's handlers.
 fmapi::Outcome RecorderState(const FMX_DataVect*) {
-    const RecorderLink& recorder = Recorder();
-    return fmapi::Outcome::Text(Decimal(recorder.state ? recorder.state() : 0));
+    const auto state = Recorder().state.load();
+    return fmapi::Outcome::Text(Decimal(state ? state() : 0));
 }
 
 fmapi::Outcome MediaVersion(const FMX_DataVect*) {

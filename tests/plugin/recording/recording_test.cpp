@@ -164,7 +164,7 @@ TEST_F(RecordingTest, AnUnstoppedTemporaryRecordingGoesAtShutDown) {
     Recorder::Destroy();
     vd::playback::MediaPool::Destroy();
     EXPECT_TRUE(std::filesystem::is_empty(TemporaryFolder()));
-    EXPECT_EQ(vd::playback::Recorder().state(), 0);
+    EXPECT_EQ(vd::playback::Recorder().state.load()(), 0);
     EXPECT_EQ(vd::playback::gTimerClients.load(), 0) << "the recorder's timer is gone";
 }
 
