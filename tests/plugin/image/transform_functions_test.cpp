@@ -63,6 +63,14 @@ TEST_F(TransformFunctionsTest, AQuadForgetsEarlierCallsAndKeepsLaterOnes) {
     EXPECT_EQ(AppliedSize(picture), "20 x 20");
 }
 
+TEST_F(TransformFunctionsTest, EachStartOfThePlugInBeginsWithNoTransformation) {
+    const FMX_Data picture = ContainerWith("BMPf", BmpOf(Gradient(40, 20)));
+    Text(u"Vandrel_TScale ( 2 ; 2 )");
+    session_.reset();
+    session_.emplace(BundleSession(root_.path() / "Base.vddb"));
+    EXPECT_EQ(AppliedSize(picture), "40 x 20");
+}
+
 TEST_F(TransformFunctionsTest, CropTakesItsRectangleUnlessItsLeftIsMinusOne) {
     const Picture source = Gradient(6, 5);
     const FMX_Data picture = ContainerWith("BMPf", BmpOf(source));
