@@ -47,6 +47,11 @@ if wanted image_insert; then
   "$build/bin/image_insert_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/image_insert.txt
 fi
 
+if wanted image_transform; then
+  echo "== Vandrel_TApply of a 24-megapixel JPEG (scale, rotation, skew, perspective) through vdhost against vips and convert -distort (target: ratio <= 1.0 of vips)"
+  "$build/bin/image_transform_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/image_transform.txt
+fi
+
 if wanted playback; then
   echo "== Vandrel_PlaySound of a 10-minute MP3: the call (target <= 20 ms) and its first frame on the device (target <= 50 ms); through ALSA beside aplay"
   "$build/bin/playback_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/playback.txt

@@ -6,6 +6,7 @@
 #include "image/functions/image_functions.h"
 #include "image/functions/insert_export_functions.h"
 #include "metadata/functions/metadata_functions.h"
+#include "image/functions/transform_functions.h"
 #include "playback/functions/playback_functions.h"
 #include "recording/functions/recording_functions.h"
 #include "sound/functions/sound_functions.h"
@@ -127,19 +128,19 @@ constexpr std::array kTable{
 
     Image(51, "Vandrel_ExportField", "Vandrel_ExportField ( container ; path ; replace )", 3, 3,
           image::ExportFieldFunction),
-    Image(52, "Vandrel_TScale", "Vandrel_TScale ( xScale ; yScale )", 2, 2),
-    Image(53, "Vandrel_TSkew", "Vandrel_TSkew ( xSkew ; ySkew )", 2, 2),
-    Image(54, "Vandrel_GetImageInfo", "Vandrel_GetImageInfo ( container )", 1, 1),
+    Image(52, "Vandrel_TScale", "Vandrel_TScale ( xScale ; yScale )", 2, 2, image::TScaleFunction),
+    Image(53, "Vandrel_TSkew", "Vandrel_TSkew ( xSkew ; ySkew )", 2, 2, image::TSkewFunction),
+    Image(54, "Vandrel_GetImageInfo", "Vandrel_GetImageInfo ( container )", 1, 1, image::GetImageInfoFunction),
     // "topRigthY" is how the parameter has always been shown; scripts copied from the dialog use it.
     Image(55, "Vandrel_TQuad",
           "Vandrel_TQuad ( sourceScale ; topLeftX ; topLeftY ; topRightX ; topRigthY ; bottomRightX ; "
           "bottomRightY ; bottomLeftX ; bottomLeftY )",
-          9, 9),
+          9, 9, image::TQuadFunction),
     Numbered(FunctionGroup::Image, 56, "Vandrel_GetMouseUp", "Vandrel_GetMouseUp", 0, 0, MouseUpFunction),
-    Image(57, "Vandrel_TApply", "Vandrel_TApply ( container ) ", 1, 1),  // the trailing blank is shipped
-    Image(58, "Vandrel_TCrop", "Vandrel_TCrop ( left ; top ; right ; bottom )", 4, 4),
-    Image(59, "Vandrel_TRotate", "Vandrel_TRotate ( degrees )", 1, 1),
-    Image(60, "Vandrel_TClear", "Vandrel_TClear", 0, 0),
+    Image(57, "Vandrel_TApply", "Vandrel_TApply ( container ) ", 1, 1, image::TApplyFunction),  // the trailing blank is shipped
+    Image(58, "Vandrel_TCrop", "Vandrel_TCrop ( left ; top ; right ; bottom )", 4, 4, image::TCropFunction),
+    Image(59, "Vandrel_TRotate", "Vandrel_TRotate ( degrees )", 1, 1, image::TRotateFunction),
+    Image(60, "Vandrel_TClear", "Vandrel_TClear", 0, 0, image::TClearFunction),
     Image(61, "Vandrel_EffectDialog", "Vandrel_EffectDialog ( effectType [; previewImage [; previewImage2 ]] )", 1, 3),
     Image(62, "Vandrel_EffectApply", "Vandrel_EffectApply ( container ; effectDescription [; container2 ] )", 2, 3),
     Image(63, "Vandrel_InsertImage", "Vandrel_InsertImage ( filepath ; byReference )", 2, 2,
@@ -163,7 +164,7 @@ constexpr std::array kTable{
     File(77, "Vandrel_GetName", "Vandrel_GetName ( container )", 1, 1, files::GetNameFunction),
     Placeholder(78), Placeholder(79), Placeholder(80), Placeholder(81), Placeholder(82),
     Placeholder(83), Placeholder(84), Placeholder(85), Placeholder(86),
-    Image(87, "Vandrel_TResize", "Vandrel_TResize ( xDim ; yDim )", 2, 2),
+    Image(87, "Vandrel_TResize", "Vandrel_TResize ( xDim ; yDim )", 2, 2, image::TResizeFunction),
     Unused(88),
     Image(89, "Vandrel_SetImageDefaults", "Vandrel_SetImageDefaults ( previewQuality ; previewMark )", 2, 2,
           image::SetImageDefaultsFunction),

@@ -6,6 +6,7 @@
 #include "fmapi/errors/localized_strings.h"
 #include "frame/function_table.h"
 #include "frame/handler_dispatch.h"
+#include "image/transform/transform_state.h"
 
 #include <string>
 
@@ -97,6 +98,8 @@ void RegisterImageGroup() noexcept {
         // The plug-in id could not be made; ids are still used up so that shut-down covers them.
         gNextFunctionId = kNextIdAfterRegistration;
     }
+    // Each start of the plug-in begins with no transformation.
+    image::ClearTransform(image::SharedTransformState());
 }
 
 void UnregisterAllFunctions() noexcept {

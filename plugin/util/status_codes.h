@@ -45,6 +45,7 @@ inline constexpr Status kInvalidTrack = -2009;
 inline constexpr Status kWrongState = -3155;       // a recording asked to do what its state does not allow
 inline constexpr Status kInvalidMovie = -2010;     // a movie object that cannot do what was asked
 inline constexpr Status kInvalidTime = -2015;      // a time or range outside the movie
+inline constexpr Status kTagNotFound = -2026;     // a metadata tag the file does not hold
 inline constexpr Status kNoSuchTrack = -2028;
 inline constexpr Status kMovieNotFound = -2048;    // noMovieFound: not a readable media file
 inline constexpr Status kFeatureUnsupported = -2053;

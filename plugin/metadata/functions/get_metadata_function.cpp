@@ -10,7 +10,6 @@ namespace vd::metadata {
 namespace {
 
 // The platform's "user data item was not found": a tag the file does not hold.
-constexpr int32_t kTagNotFound = -2026;
 
 }  // namespace
 
@@ -29,7 +28,7 @@ fmapi::Outcome GetMetadataFunction(const FunctionCall& call) {
         return fmapi::Outcome::Failure(s, "Could not read the tags." + (detail.empty() ? "" : " " + detail));
     if (tag.empty()) return fmapi::Outcome::Text(MetadataReport(tags, *form));
     if (std::optional<std::string> value = FindTag(tags, tag, *form)) return fmapi::Outcome::Text(std::move(*value));
-    return fmapi::Outcome::Failure(kTagNotFound, "The tag \"" + tag + "\" is not in this file.");
+    return fmapi::Outcome::Failure(util::kTagNotFound, "The tag \"" + tag + "\" is not in this file.");
 }
 
 }  // namespace vd::metadata

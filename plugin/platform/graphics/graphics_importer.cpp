@@ -152,7 +152,8 @@ util::Status Open(GraphicsImporter::State& s, uint32_t type) {
 
 }  // namespace
 
-util::Status PictureOf(const GraphicsImporter::State& s, int32_t index, VipsImagePtr& image, Raster& holder) {
+util::Status PictureOf(const GraphicsImporter::State& s, int32_t index, VipsImagePtr& image, Raster& holder,
+                       bool randomAccess) {
     if (util::Status status = StartVips()) return status;
     if (index < 0 || index >= s.description.imageCount) return util::kBadParameter;
     const ImageEngine engine = s.format ? s.format->engine : ImageEngine::kVips;
@@ -162,7 +163,7 @@ util::Status PictureOf(const GraphicsImporter::State& s, int32_t index, VipsImag
             load.SetBlob("buffer", s.bytes.data() + s.dataOffset, s.dataSize);
         else
             load.Set("filename", s.path.c_str());
-        load.SetEnum("access", VIPS_TYPE_ACCESS, VIPS_ACCESS_SEQUENTIAL);
+        load.SetEnum("access", VIPS_TYPE_ACCESS, randomAccess ? VIPS_ACCESS_RANDOM : VIPS_ACCESS_SEQUENTIAL);
         if (index > 0) load.Set("page", index);
         return load.Run(GraphicsStep::kDecoding, image);
     }
@@ -218,6 +219,24 @@ util::Status GraphicsImporter::OpenUrl(const std::string& url, const WebLimits& 
 }
 
 const ImageDescription& GraphicsImporter::Description() const { return state_->description; }
+
+void GraphicsImporter::SetSourceRect(const ClipRect& rect) {
+    state_->sourceRect = rect;
+    state_->sourceRectSet = true;
+}
+
+ClipRect GraphicsImporter::SourceRect() const {
+    if (state_->sourceRectSet) return state_->sourceRect;
+    return {0, 0, state_->description.width, state_->description.height};
+}
+
+void GraphicsImporter::SetMatrix(const DrawMatrix& matrix) { state_->matrix = matrix; }
+
+int64_t GraphicsImporter::DataSize() const {
+    if (state_->path.empty()) return int64_t(state_->dataSize);
+    struct stat info {};
+    return ::stat(state_->path.c_str(), &info) == 0 ? int64_t(info.st_size) : 0;
+}
 const std::string& GraphicsImporter::FilePath() const { return state_->sourceFile; }
 const std::string& GraphicsImporter::WebAddress() const { return state_->webAddress; }
 

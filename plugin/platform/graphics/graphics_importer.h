@@ -14,6 +14,7 @@
 namespace vd::platform {
 
 struct ImageFormat;
+struct DrawMatrix;  // platform/graphics/draw_matrix.h
 
 struct ImageDescription {
     uint32_t type = 0;  // the format's type code ("JPEG", "PICT" ...)
@@ -67,6 +68,16 @@ public:
     const std::string& FilePath() const;
     // The address of a web image, or "".
     const std::string& WebAddress() const;
+
+    // What an export draws: the part of the picture (in its own pixel coordinates; parts outside
+    // it are white) and the matrix that takes that part into the plane, the result being as large
+    // as the part's mapped bounds. The whole picture and the identity until set; opening resets them.
+    void SetSourceRect(const ClipRect& rect);
+    // The rectangle set, else the picture's natural bounds (0, 0, width, height).
+    ClipRect SourceRect() const;
+    void SetMatrix(const DrawMatrix& matrix);
+    // The size of the data the picture is read from: the file's, or the bytes'.
+    int64_t DataSize() const;
 
     // The picture in the format. util::kBadParameter for an image index past the last picture;
     // util::kMemoryFull for a picture too large to hold; the library's status otherwise.

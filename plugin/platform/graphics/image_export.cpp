@@ -7,6 +7,7 @@
 #include "platform/graphics/importer_state.h"
 #include "platform/graphics/macpaint_codec.h"
 #include "platform/graphics/magick_codec.h"
+#include "platform/graphics/matrix_drawing.h"
 #include "platform/graphics/pixel_buffer.h"
 #include "platform/graphics/quicktime_image.h"
 #include "platform/graphics/vips_call.h"
@@ -118,7 +119,8 @@ struct Pipeline {
 util::Status Build(const GraphicsImporter::State& state, const ImageFormat& format, const ImageExportSettings& s,
                    Pipeline& p) {
     const int32_t index = s.imageIndex > 1 ? s.imageIndex - 1 : 0;
-    if (util::Status status = PictureOf(state, index, p.image, p.holder)) return status;
+    // A drawing reads the picture in the order the matrix takes it, not top to bottom.
+    if (util::Status status = PictureOf(state, index, p.image, p.holder, state.Drawn())) return status;
     VipsImagePtr& image = p.image;
     if (int64_t(image->Xsize) * image->Ysize > kMaxImagePixels) return util::kMemoryFull;
 
@@ -130,6 +132,14 @@ util::Status Build(const GraphicsImporter::State& state, const ImageFormat& form
         if (util::Status status = Colourspace(image, grey ? VIPS_INTERPRETATION_B_W : VIPS_INTERPRETATION_sRGB))
             return status;
         if (util::Status status = CastToBytes(image)) return status;
+    }
+
+    if (state.Drawn()) {
+        // What the drawing leaves uncovered is white, and so is what was transparent.
+        if (util::Status status = Flatten(image)) return status;
+        const ClipRect whole{0, 0, state.description.width, state.description.height};
+        if (util::Status status = DrawThroughMatrix(image, state.sourceRectSet ? state.sourceRect : whole, state.matrix))
+            return status;
     }
 
     const int32_t depth = s.depth;
@@ -284,7 +294,8 @@ util::Status GraphicsImporter::Export(const ImageFormat& format, const ImageExpo
     out.clear();
     if (util::Status status = StartVips()) return status;
     // A picture that is already what is asked for is passed on as it is, without a second loss.
-    if (s.dontRecompress && state_->format == &format && s.imageIndex <= 1 && s.depth == -1 && s.clip.empty())
+    if (s.dontRecompress && state_->format == &format && s.imageIndex <= 1 && s.depth == -1 && s.clip.empty() &&
+        !state_->Drawn())
         return OriginalBytes(*state_, out);
     if (!(s.targetBytes > 0 && format.lossy)) return Write(*state_, format, s, LibraryQuality(s.quality), out);
 

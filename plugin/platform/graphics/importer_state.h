@@ -2,6 +2,7 @@
 // export (image_export.cpp) inside the graphics layer.
 #pragma once
 
+#include "platform/graphics/draw_matrix.h"
 #include "platform/graphics/graphics_importer.h"
 #include "platform/graphics/image_formats.h"
 #include "platform/graphics/raster.h"
@@ -24,10 +25,18 @@ struct GraphicsImporter::State {
     size_t dataSize = 0;
     std::string loader;           // the libvips loader
     Raster first;                 // ImageMagick's and our own codecs' first picture, decoded at opening
+    bool sourceRectSet = false;   // what an export draws (SetSourceRect, SetMatrix)
+    ClipRect sourceRect;
+    DrawMatrix matrix;
+
+    bool Drawn() const { return sourceRectSet || !matrix.IsIdentity(); }
 };
 
-// Picture index (from 0) as a libvips image, streamed top to bottom once. Pictures decoded into a
-// raster are wrapped without a copy: holder keeps their pixels and must outlive the image.
-util::Status PictureOf(const GraphicsImporter::State& state, int32_t index, VipsImagePtr& image, Raster& holder);
+// Picture index (from 0) as a libvips image, streamed top to bottom once, or read in any order when
+// randomAccess (libvips then decodes it once into memory, or into a temporary file of its own for
+// a large picture). Pictures decoded into a raster are wrapped without a copy: holder keeps their
+// pixels and must outlive the image.
+util::Status PictureOf(const GraphicsImporter::State& state, int32_t index, VipsImagePtr& image, Raster& holder,
+                       bool randomAccess = false);
 
 }  // namespace vd::platform

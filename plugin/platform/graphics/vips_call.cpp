@@ -78,6 +78,16 @@ VipsCall& VipsCall::SetDoubles(const char* name, const std::vector<double>& numb
     return *this;
 }
 
+VipsCall& VipsCall::SetInts(const char* name, const std::vector<int>& numbers) {
+    if (!operation_) return *this;
+    VipsArrayInt* array = vips_array_int_new(numbers.data(), int(numbers.size()));
+    OwnedValue value(VIPS_TYPE_ARRAY_INT);
+    g_value_set_boxed(&value.value, array);  // the value takes a reference of its own
+    vips_area_unref(VIPS_AREA(array));
+    g_object_set_property(Object(), name, &value.value);
+    return *this;
+}
+
 VipsCall& VipsCall::SetImages(const char* name, const std::vector<VipsImage*>& images) {
     if (!operation_) return *this;
     std::vector<VipsImage*> copy(images);  // the array takes references of its own

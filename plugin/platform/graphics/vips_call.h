@@ -32,6 +32,7 @@ public:
     VipsCall& Set(const char* name, double value);
     VipsCall& SetBool(const char* name, bool value);
     VipsCall& SetDoubles(const char* name, const std::vector<double>& values);
+    VipsCall& SetInts(const char* name, const std::vector<int>& values);
     VipsCall& SetImages(const char* name, const std::vector<VipsImage*>& images);
     VipsCall& SetEnum(const char* name, GType type, int value);
     // The bytes are not copied: they must outlive every image the operation makes (a loader reads

@@ -37,6 +37,11 @@ constexpr const char* kSonames[] = {kVipsLibrary};
     X(0, vips_array_double_new, (const double* array, int n), (array, n))                                   \
     X(0, vips_array_image_new, (VipsImage** array, int n), (array, n))                                      \
     X(0, vips_array_double_get_type, (void), ())                                                            \
+    X(0, vips_array_int_new, (const int* array, int n), (array, n))                                         \
+    X(0, vips_array_int_get_type, (void), ())                                                               \
+    X(0, vips_extend_get_type, (void), ())                                                                  \
+    X(0, vips_image_new_matrix_from_array, (int width, int height, const double* array, int size),          \
+      (width, height, array, size))                                                                      \
     X(0, vips_array_image_get_type, (void), ())                                                             \
     X(0, vips_foreign_tiff_compression_get_type, (void), ())                                                \
     X(0, vips_operation_relational_get_type, (void), ())                                                    \
