@@ -4,6 +4,8 @@
 #include "platform/graphics/importer_state.h"
 #include "platform/graphics/macpaint_codec.h"
 #include "platform/graphics/magick_codec.h"
+#include "platform/graphics/pict_codec.h"
+#include "platform/graphics/pict_image.h"
 #include "platform/graphics/quicktime_image.h"
 #include "platform/graphics/vips_call.h"
 #include "platform/graphics/vips_library.h"
@@ -123,6 +125,16 @@ util::Status Open(GraphicsImporter::State& s, uint32_t type) {
             // picture, so the code goes.
             if (s.format->code == ImageCode("PICT") && s.bytes.size() > 512 && std::memcmp(bytes, "PICT", 4) == 0)
                 std::memset(s.bytes.data(), 0, 4);
+            if (s.format->code == ImageCode("PICT") && ReadPictLayout(bytes, s.bytes.size(), s.pict)) {
+                s.ownPict = true;
+                s.description.width = s.pict.width;
+                s.description.height = s.pict.height;
+                s.description.depth = 24;
+                s.description.hDpi = s.pict.hDpi;
+                s.description.vDpi = s.pict.vDpi;
+                if (int64_t(s.pict.width) * s.pict.height > kMaxImagePixels) status = util::kMemoryFull;
+                break;
+            }
             status = MagickDecode(bytes, s.bytes.size(), s.format->coder, 0, s.first, s.description.imageCount);
             if (status == util::kNoError) DescribeRaster(s.first, s.description);
             break;
@@ -167,6 +179,7 @@ util::Status PictureOf(const GraphicsImporter::State& s, int32_t index, VipsImag
         if (index > 0) load.Set("page", index);
         return load.Run(GraphicsStep::kDecoding, image);
     }
+    if (s.ownPict) return PictImage(s.bytes.data(), s.pict, randomAccess, image);
     const Raster* raster = &s.first;
     if (index > 0) {
         int32_t count = 0;

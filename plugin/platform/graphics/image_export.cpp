@@ -8,6 +8,7 @@
 #include "platform/graphics/macpaint_codec.h"
 #include "platform/graphics/magick_codec.h"
 #include "platform/graphics/matrix_drawing.h"
+#include "platform/graphics/pict_codec.h"
 #include "platform/graphics/pixel_buffer.h"
 #include "platform/graphics/quicktime_image.h"
 #include "platform/graphics/vips_call.h"
@@ -231,6 +232,33 @@ util::Status PixelsOf(VipsImage* image, Raster& raster) {
     return length == raster.RowBytes() * size_t(raster.height) ? util::kNoError : util::kInternalComponentError;
 }
 
+// A picture of our own layout is packed band by band as libvips's threads finish them, never held
+// whole beside the file.
+util::Status StreamPict(VipsImage* image, std::vector<uint8_t>& out) {
+    const double hDpi = image->Xres > 1.0 ? image->Xres * 25.4 : 72, vDpi = image->Yres > 1.0 ? image->Yres * 25.4 : 72;
+    PictWriter writer;
+    if (util::Status status = writer.Begin(image->Xsize, image->Ysize, hDpi, vDpi, out)) return status;
+    struct Sink {
+        PictWriter& writer;
+        util::Status status = util::kNoError;
+    } sink{writer};
+    const VipsRegionWrite write = [](VipsRegion* region, VipsRect* area, void* a) {
+        auto& to = *static_cast<Sink*>(a);
+        // The region's rows as VIPS_REGION_ADDR finds them, for 8-bit samples.
+        const size_t stride = size_t(VIPS_REGION_LSKIP(region));
+        const auto* first = reinterpret_cast<const uint8_t*>(region->data) +
+                            size_t(area->top - region->valid.top) * stride +
+                            size_t(area->left - region->valid.left) * size_t(region->im->Bands);
+        to.status = to.writer.AddRows(first, stride, area->height);
+        return to.status == util::kNoError ? 0 : -1;
+    };
+    if (vips_sink_disc(image, write, &sink) != 0) {
+        const util::Status failure = StatusFromVipsError(GraphicsStep::kEncoding);
+        return sink.status != util::kNoError ? sink.status : failure;
+    }
+    return writer.Finish();
+}
+
 util::Status Write(const GraphicsImporter::State& state, const ImageFormat& format, const ImageExportSettings& s,
                    int q, std::vector<uint8_t>& out) {
     Pipeline p;
@@ -252,6 +280,8 @@ util::Status Write(const GraphicsImporter::State& state, const ImageFormat& form
             return WriteQuickTimeImage(description, png.data(), png.size(), out);
         }
         case ImageEngine::kMagick:
+            if (format.code == ImageCode("PICT") && image->Bands == 3) return StreamPict(image, out);
+            [[fallthrough]];
         case ImageEngine::kMacPaint: {
             Raster raster;
             if (util::Status status = PixelsOf(image, raster)) return status;

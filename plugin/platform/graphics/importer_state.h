@@ -5,6 +5,7 @@
 #include "platform/graphics/draw_matrix.h"
 #include "platform/graphics/graphics_importer.h"
 #include "platform/graphics/image_formats.h"
+#include "platform/graphics/pict_codec.h"
 #include "platform/graphics/raster.h"
 #include "platform/graphics/vips_owners.h"
 #include "util/status_codes.h"
@@ -25,6 +26,8 @@ struct GraphicsImporter::State {
     size_t dataSize = 0;
     std::string loader;           // the libvips loader
     Raster first;                 // ImageMagick's and our own codecs' first picture, decoded at opening
+    bool ownPict = false;         // a picture of our own layout, decoded only when drawn (pict)
+    PictLayout pict;
     bool sourceRectSet = false;   // what an export draws (SetSourceRect, SetMatrix)
     ClipRect sourceRect;
     DrawMatrix matrix;

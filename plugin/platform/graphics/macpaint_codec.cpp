@@ -1,5 +1,7 @@
 #include "platform/graphics/macpaint_codec.h"
 
+#include "platform/graphics/pack_bits.h"
+
 #include <algorithm>
 #include <cstring>
 #include <new>
@@ -24,27 +26,6 @@ int Luminance(const Raster& raster, int32_t x, int32_t y) {
     return value;
 }
 
-void PackRow(const uint8_t* row, std::vector<uint8_t>& out) {
-    size_t i = 0;
-    while (i < kRowBytes) {
-        size_t run = 1;
-        while (i + run < kRowBytes && run < 128 && row[i + run] == row[i]) ++run;
-        if (run >= 2) {
-            out.push_back(uint8_t(257 - run));  // -(run - 1) as a signed byte
-            out.push_back(row[i]);
-            i += run;
-            continue;
-        }
-        size_t literal = 1;
-        while (i + literal < kRowBytes && literal < 128 &&
-               !(i + literal + 1 < kRowBytes && row[i + literal] == row[i + literal + 1]))
-            ++literal;
-        out.push_back(uint8_t(literal - 1));
-        out.insert(out.end(), row + i, row + i + literal);
-        i += literal;
-    }
-}
-
 }  // namespace
 
 bool HasMacBinaryPaintHeader(const uint8_t* bytes, size_t size) {
@@ -56,25 +37,11 @@ util::Status DecodeMacPaint(const uint8_t* bytes, size_t size, Raster& raster) {
     if (size <= kHeaderSize) return util::kCorruptData;
     std::vector<uint8_t> bits;
     try {
-        bits.reserve(kPictureBytes);
+        bits.resize(kPictureBytes);
     } catch (const std::bad_alloc&) {
         return util::kMemoryFull;
     }
-    size_t at = kHeaderSize;
-    while (bits.size() < kPictureBytes) {
-        if (at >= size) return util::kCorruptData;
-        const int8_t count = int8_t(bytes[at++]);
-        if (count >= 0) {
-            const size_t n = size_t(count) + 1;
-            if (at + n > size || bits.size() + n > kPictureBytes) return util::kCorruptData;
-            bits.insert(bits.end(), bytes + at, bytes + at + n);
-            at += n;
-        } else if (count != -128) {  // -128 is no operation
-            const size_t n = size_t(1 - count);
-            if (at >= size || bits.size() + n > kPictureBytes) return util::kCorruptData;
-            bits.insert(bits.end(), n, bytes[at++]);
-        }
-    }
+    if (UnpackBits(bytes + kHeaderSize, size - kHeaderSize, bits.data(), kPictureBytes) == 0) return util::kCorruptData;
     Raster out;
     out.width = kMacPaintWidth;
     out.height = kMacPaintHeight;
@@ -95,7 +62,8 @@ util::Status EncodeMacPaint(const Raster& raster, std::vector<uint8_t>& file) {
             std::fill(std::begin(row), std::end(row), uint8_t(0));
             for (int32_t x = 0; y < raster.height && x < std::min(raster.width, kMacPaintWidth); ++x)
                 if (Luminance(raster, x, y) < 128) row[x / 8] |= uint8_t(0x80 >> (x % 8));
-            PackRow(row, out);
+            uint8_t packed[PackBitsBound(kRowBytes)];
+            out.insert(out.end(), packed, packed + PackBits(row, kRowBytes, packed));
         }
         file = std::move(out);
     } catch (const std::bad_alloc&) {

@@ -48,6 +48,17 @@ constexpr const char* kSonames[] = {kVipsLibrary};
     X(0, g_value_set_double, (GValue* value, gdouble v_double), (value, v_double))                          \
     X(0, g_value_set_boolean, (GValue* value, gboolean v_boolean), (value, v_boolean))                      \
     X(0, vips_image_write_to_memory, (VipsImage* in, size_t* size), (in, size))                             \
+    X(0, vips_image_new, (void), ())                                                                        \
+    X(0, vips_image_init_fields, (VipsImage* image, int xsize, int ysize, int bands, VipsBandFormat format,   \
+                                  VipsCoding coding, VipsInterpretation interpretation, double xres,      \
+                                  double yres),                                                           \
+      (image, xsize, ysize, bands, format, coding, interpretation, xres, yres))                            \
+    X(0, vips_image_pipeline_array, (VipsImage* image, VipsDemandStyle hint, VipsImage** in),               \
+      (image, hint, in))                                                                                   \
+    X(0, vips_image_generate, (VipsImage* image, VipsStartFn start_fn, VipsGenerateFn generate_fn,           \
+                               VipsStopFn stop_fn, void* a, void* b),                                      \
+      (image, start_fn, generate_fn, stop_fn, a, b))                                                       \
+    X(0, vips_sink_disc, (VipsImage* im, VipsRegionWrite write_fn, void* a), (im, write_fn, a))             \
     X(0, vips_foreign_find_load_buffer, (const void* data, size_t size), (data, size))                      \
     X(0, vips_foreign_find_load, (const char* filename), (filename))                                        \
     X(0, vips_operation_new, (const char* name), (name))                                                    \
