@@ -57,7 +57,7 @@ fmapi::Outcome Embedded(const FMX_Data* source, const platform::GraphicsImporter
         const platform::ImageDescription& d = importer.Description();
         if (FMX_ErrCode e = container::AddSizeStream(binary.get(), SizeField(d.width), SizeField(d.height)))
             return fmapi::Outcome::Failure(e);
-    } else if (auto failure = AddVdPreview(binary.get())) {
+    } else if (auto failure = AddVdPreview(binary.get(), importer)) {
         return std::move(*failure);
     }
     fmapi::OwnedData result(fmapi::NewData());

@@ -9,6 +9,7 @@
 #include "util/status_codes.h"
 
 #include <algorithm>
+#include <cstring>
 #include <new>
 
 namespace vd::image {
@@ -49,16 +50,25 @@ std::vector<platform::ClipRect> PreviewMarkRegion(int32_t w, int32_t h) {
     return frames;
 }
 
-util::Status MakeVdImage(const platform::GraphicsImporter& importer, container::Bytes& vdImage) {
+namespace {
+
+// The picture as a PICT file, its 512-byte header included.
+util::Status ExportPict(const platform::GraphicsImporter& importer, container::Bytes& picture) {
     const platform::ImageFormat* pict = platform::FindImageExporter(container::kPictStream);
     if (!pict) return util::kNoComponent;
     platform::ImageExportSettings settings;
     settings.quality = kLosslessQuality;
     settings.depth = 24;
     settings.dontRecompress = false;
-    container::Bytes picture;
     if (util::Status s = importer.Export(*pict, settings, picture)) return s;
-    if (picture.size() < kPictHeaderSize) return util::kInternalComponentError;
+    return picture.size() < kPictHeaderSize ? util::kInternalComponentError : util::kNoError;
+}
+
+}  // namespace
+
+util::Status MakeVdImage(const platform::GraphicsImporter& importer, container::Bytes& vdImage) {
+    container::Bytes picture;
+    if (util::Status s = ExportPict(importer, picture)) return s;
     // The file header goes; the type code takes its place.
     std::copy(picture.begin() + kPictHeaderSize, picture.end(), picture.begin() + 4);
     picture.resize(picture.size() - (kPictHeaderSize - 4));
@@ -74,6 +84,28 @@ std::optional<fmapi::Outcome> AddVdPreview(FMX_BinaryData* binary) {
     if (FMX_ErrCode e = SetResultBinary(holder.get(), binary)) return fmapi::Outcome::Failure(e);
     platform::GraphicsImporter importer;
     if (auto failure = OpenImporterForContainer(holder.get(), importer)) return failure;
+    return AddVdPreview(binary, importer);
+}
+
+std::optional<fmapi::Outcome> AddVdImage(FMX_BinaryData* binary, const platform::GraphicsImporter& importer,
+                                         const char* failedMessage) {
+    container::Bytes picture;
+    if (util::Status s = ExportPict(importer, picture)) return fmapi::Outcome::Failure(s, failedMessage);
+    // The stream is "PICT" and the picture after its file header: the code goes in the header's
+    // last four bytes for the copy, and out again before the picture is read back.
+    const size_t code = kPictHeaderSize - 4;
+    std::memcpy(picture.data() + code, "PICT", 4);
+    if (FMX_ErrCode e = container::AddTypedStream(binary, container::kVdImageStream, uint32_t(picture.size() - code),
+                                                  picture.data() + code))
+        return fmapi::Outcome::Failure(e, failedMessage);
+    std::memset(picture.data() + code, 0, 4);
+    platform::GraphicsImporter stored;
+    if (util::Status s = stored.OpenBytes(std::move(picture), container::kPictStream))
+        return fmapi::Outcome::Failure(s, failedMessage);
+    return AddVdPreview(binary, stored);
+}
+
+std::optional<fmapi::Outcome> AddVdPreview(FMX_BinaryData* binary, const platform::GraphicsImporter& importer) {
     const platform::ImageDescription& d = importer.Description();
     if (FMX_ErrCode e = container::AddSizeStream(binary, SizeField(d.width), SizeField(d.height)))
         return fmapi::Outcome::Failure(e);

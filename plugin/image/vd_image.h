@@ -26,5 +26,13 @@ util::Status MakeVdImage(const platform::GraphicsImporter& importer, container::
 // -1, a "JPEG" preview at that quality (clipped to the preview mark when it is on). The failure
 // with its message otherwise.
 std::optional<fmapi::Outcome> AddVdPreview(FMX_BinaryData* binary);
+// The same for binary data whose image stream the importer has open.
+std::optional<fmapi::Outcome> AddVdPreview(FMX_BinaryData* binary, const platform::GraphicsImporter& picture);
+
+// The importer's picture (as it draws it) to binary data as a VD image: the "VDIM" stream and its
+// size and preview, the preview made from the very picture stored. failedMessage goes with a
+// failure to make the picture.
+std::optional<fmapi::Outcome> AddVdImage(FMX_BinaryData* binary, const platform::GraphicsImporter& importer,
+                                         const char* failedMessage);
 
 }  // namespace vd::image

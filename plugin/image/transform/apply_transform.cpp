@@ -47,14 +47,8 @@ fmapi::Outcome ApplyTransform(const FMX_Data* parameter, TransformState& state) 
     }
     importer.SetMatrix(ToDrawMatrix(state.matrix));
 
-    container::Bytes vdImage;
-    if (util::Status s = MakeVdImage(importer, vdImage)) return fmapi::Outcome::Failure(s, kConversionFailed);
     fmapi::OwnedBinaryData binary(fmapi::NewBinaryData());
-    if (FMX_ErrCode e = container::AddTypedStream(binary.get(), container::kVdImageStream, uint32_t(vdImage.size()),
-                                                  vdImage.data()))
-        return fmapi::Outcome::Failure(e, kConversionFailed);
-    vdImage = {};
-    if (auto failure = AddVdPreview(binary.get())) return std::move(*failure);
+    if (auto failure = AddVdImage(binary.get(), importer, kConversionFailed)) return std::move(*failure);
     fmapi::OwnedData result(fmapi::NewData());
     if (FMX_ErrCode e = SetResultBinary(result.get(), binary.get())) return fmapi::Outcome::Failure(e);
     return fmapi::Outcome::Data(std::move(result));

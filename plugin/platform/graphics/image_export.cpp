@@ -4,6 +4,7 @@
 // the finished pixels.
 #include "platform/graphics/graphics_importer.h"
 
+#include "platform/graphics/clip_cover.h"
 #include "platform/graphics/importer_state.h"
 #include "platform/graphics/macpaint_codec.h"
 #include "platform/graphics/magick_codec.h"
@@ -12,6 +13,7 @@
 #include "platform/graphics/pixel_buffer.h"
 #include "platform/graphics/quicktime_image.h"
 #include "platform/graphics/vips_call.h"
+#include "platform/graphics/vector_target.h"
 #include "platform/graphics/vips_library.h"
 
 #include <vips/vips.h>
@@ -19,6 +21,8 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+#include <optional>
+#include <string>
 
 namespace vd::platform {
 
@@ -28,6 +32,8 @@ constexpr int32_t kLosslessQuality = 1024;
 constexpr int32_t kBestQuality = 1023;
 constexpr int kDefaultQ = 75;
 constexpr int32_t kPackBits = 32773;
+// What a file may hold beyond its pixels: headers, tables, a picture that does not compress.
+constexpr size_t kFileOverhead = size_t(1) << 20;
 
 // The settings' 0..1023 quality on the 1..100 scale of the libraries.
 int LibraryQuality(int32_t quality) {
@@ -88,33 +94,11 @@ util::Status AddOpaqueAlpha(VipsImagePtr& image) {
     return Apply(call, image);
 }
 
-// 255 inside an odd number of the rectangles, 0 elsewhere.
-util::Status ClipMask(const std::vector<ClipRect>& clip, int32_t width, int32_t height, Raster& mask) {
-    if (int64_t(width) * height > PixelBuffer::kMaxPixels) return util::kMemoryFull;
-    try {
-        mask.pixels.assign(size_t(width) * size_t(height), 0);
-    } catch (const std::bad_alloc&) {
-        return util::kMemoryFull;
-    }
-    mask.width = width;
-    mask.height = height;
-    mask.bands = 1;
-    for (const ClipRect& r : clip) {
-        const int32_t left = std::max(r.left, 0), right = std::min(r.right, width);
-        const int32_t top = std::max(r.top, 0), bottom = std::min(r.bottom, height);
-        for (int32_t y = top; y < bottom; ++y) {
-            uint8_t* row = mask.Row(y);
-            for (int32_t x = left; x < right; ++x) row[x] ^= 0xFF;
-        }
-    }
-    return util::kNoError;
-}
-
 // The pixels, ready for the writer, and everything they are read from.
 struct Pipeline {
     VipsImagePtr image;
-    Raster holder;  // a picture decoded in memory
-    Raster mask;    // the clip
+    Raster holder;               // a picture decoded in memory
+    std::vector<ClipRect> clip;  // what the clip's mask is made from
 };
 
 util::Status Build(const GraphicsImporter::State& state, const ImageFormat& format, const ImageExportSettings& s,
@@ -164,15 +148,19 @@ util::Status Build(const GraphicsImporter::State& state, const ImageFormat& form
         if (util::Status status = AddOpaqueAlpha(image)) return status;
 
     if (!s.clip.empty()) {
-        if (util::Status status = ClipMask(s.clip, image->Xsize, image->Ysize, p.mask)) return status;
-        VipsImagePtr mask(vips_image_new_from_memory(p.mask.pixels.data(), p.mask.pixels.size(), p.mask.width,
-                                                     p.mask.height, 1, VIPS_FORMAT_UCHAR));
-        if (!mask) return StatusFromVipsError(GraphicsStep::kEncoding);
-        VipsImagePtr white;
-        if (util::Status status = White(image->Xsize, image->Ysize, image->Bands, white)) return status;
-        VipsCall choose("ifthenelse");
-        choose.Set("cond", mask.get()).Set("in1", image.get()).Set("in2", white.get());
-        if (util::Status status = Apply(choose, image)) return status;
+        try {
+            p.clip = s.clip;
+        } catch (const std::bad_alloc&) {
+            return util::kMemoryFull;
+        }
+        // Every sample or'ed with the cover: kept inside, white (255 in every band) outside.
+        VipsImagePtr cover;
+        if (util::Status status = ClipCoverImage(p.clip, image->Xsize, image->Ysize, cover)) return status;
+        VipsCall whiten("boolean");
+        whiten.Set("left", image.get())
+            .Set("right", cover.get())
+            .SetEnum("boolean", VIPS_TYPE_OPERATION_BOOLEAN, VIPS_OPERATION_BOOLEAN_OR);
+        if (util::Status status = Apply(whiten, image)) return status;
     }
 
     if (s.hDpi > 0 && s.vDpi > 0) {
@@ -196,9 +184,22 @@ int TiffCompression(int32_t method) {
 
 util::Status SaveWithVips(VipsImage* image, const char* saver, const ImageFormat& format, const ImageExportSettings& s,
                           int q, std::vector<uint8_t>& out) {
-    VipsCall save(saver);
-    save.Set("in", image);
+    // The saver that writes to a target writes straight into out; the one that writes to memory
+    // stays for a library without it.
     const std::string_view name = saver;
+    std::string toTarget(name.substr(0, name.rfind('_')));
+    toTarget += "_target";
+    const bool targeted = vips_type_find("VipsOperation", toTarget.c_str()) != 0;
+    const size_t expected = size_t(image->Xsize) * size_t(image->Ysize) * size_t(image->Bands) + kFileOverhead;
+    std::optional<VectorTarget> target;
+    if (targeted) {
+        target.emplace(out, expected);
+        if (target->Status()) return target->Status();
+        if (!target->Target()) return StatusFromVipsError(GraphicsStep::kEncoding);
+    }
+    VipsCall save(targeted ? toTarget.c_str() : saver);
+    save.Set("in", image);
+    if (targeted) save.SetObject("target", VIPS_TYPE_TARGET, target->Target());
     if (format.lossy) {
         save.Set("Q", q);
         if (s.quality >= kLosslessQuality && name != "jpegsave_buffer") save.SetBool("lossless", true);
@@ -209,7 +210,9 @@ util::Status SaveWithVips(VipsImage* image, const char* saver, const ImageFormat
         if (s.compression == 7) save.Set("Q", q);
     }
     if ((name == "tiffsave_buffer" || name == "pngsave_buffer") && WantsBilevel(s.depth)) save.Set("bitdepth", 1);
-    if (util::Status status = save.Run(GraphicsStep::kEncoding)) return status;
+    const util::Status status = save.Run(GraphicsStep::kEncoding);
+    if (targeted) return target->Status() ? target->Status() : status;
+    if (status) return status;
     return save.CopyBlob("buffer", out);
 }
 

@@ -107,6 +107,14 @@ VipsCall& VipsCall::SetEnum(const char* name, GType type, int member) {
     return *this;
 }
 
+VipsCall& VipsCall::SetObject(const char* name, GType type, gpointer object) {
+    if (!operation_) return *this;
+    OwnedValue value(type);
+    g_value_set_object(&value.value, object);
+    g_object_set_property(Object(), name, &value.value);
+    return *this;
+}
+
 VipsCall& VipsCall::SetBlob(const char* name, const void* bytes, size_t size) {
     if (!operation_) return *this;
     VipsBlob* blob = vips_blob_new(nullptr, bytes, size);

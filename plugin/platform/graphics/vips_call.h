@@ -35,6 +35,7 @@ public:
     VipsCall& SetInts(const char* name, const std::vector<int>& values);
     VipsCall& SetImages(const char* name, const std::vector<VipsImage*>& images);
     VipsCall& SetEnum(const char* name, GType type, int value);
+    VipsCall& SetObject(const char* name, GType type, gpointer object);  // a target, a source
     // The bytes are not copied: they must outlive every image the operation makes (a loader reads
     // its pixels only when they are asked for).
     VipsCall& SetBlob(const char* name, const void* bytes, size_t size);

@@ -45,6 +45,7 @@ constexpr const char* kSonames[] = {kVipsLibrary};
     X(0, vips_array_image_get_type, (void), ())                                                             \
     X(0, vips_foreign_tiff_compression_get_type, (void), ())                                                \
     X(0, vips_operation_relational_get_type, (void), ())                                                    \
+    X(0, vips_operation_boolean_get_type, (void), ())                                                       \
     X(0, g_value_set_double, (GValue* value, gdouble v_double), (value, v_double))                          \
     X(0, g_value_set_boolean, (GValue* value, gboolean v_boolean), (value, v_boolean))                      \
     X(0, vips_image_write_to_memory, (VipsImage* in, size_t* size), (in, size))                             \
@@ -86,6 +87,11 @@ constexpr const char* kSonames[] = {kVipsLibrary};
     X(0, g_object_get_property, (GObject* object, const gchar* property_name, GValue* value),               \
       (object, property_name, value))                                                                    \
     X(0, g_object_unref, (gpointer object), (object))                                                       \
+    X(0, vips_target_custom_new, (void), ())                                                                \
+    X(0, vips_target_get_type, (void), ())                                                                  \
+    X(0, g_signal_connect_data, (gpointer instance, const gchar* detailed_signal, GCallback c_handler,       \
+                                 gpointer data, GClosureNotify destroy_data, GConnectFlags connect_flags), \
+      (instance, detailed_signal, c_handler, data, destroy_data, connect_flags))                           \
     X(0, g_free, (gpointer mem), (mem))
 
 enum Function : size_t { VD_VIPS_FUNCTIONS(VD_LAZY_INDEX) kFunctionCount };

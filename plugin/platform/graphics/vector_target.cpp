@@ -1,0 +1,77 @@
+#include "platform/graphics/vector_target.h"
+
+#include "platform/common/huge_pages.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <new>
+
+namespace vd::platform {
+
+VectorTarget::VectorTarget(std::vector<uint8_t>& out, size_t expected) : out_(out) {
+    out.clear();
+    try {
+        out.reserve(expected);
+        AdviseHugePages(out.data(), out.capacity());
+    } catch (const std::bad_alloc&) {
+        status_ = util::kMemoryFull;
+        return;
+    }
+    target_ = vips_target_custom_new();
+    if (!target_) return;
+    g_signal_connect_data(target_, "write", G_CALLBACK(&OnWrite), this, nullptr, GConnectFlags(0));
+    g_signal_connect_data(target_, "read", G_CALLBACK(&OnRead), this, nullptr, GConnectFlags(0));
+    g_signal_connect_data(target_, "seek", G_CALLBACK(&OnSeek), this, nullptr, GConnectFlags(0));
+    g_signal_connect_data(target_, "end", G_CALLBACK(&OnEnd), this, nullptr, GConnectFlags(0));
+}
+
+VectorTarget::~VectorTarget() {
+    if (target_) g_object_unref(target_);
+}
+
+VipsTarget* VectorTarget::Target() const { return target_ ? &target_->parent_object : nullptr; }
+
+gint64 VectorTarget::OnWrite(VipsTargetCustom*, const void* data, gint64 length, void* self) {
+    auto& t = *static_cast<VectorTarget*>(self);
+    if (length < 0) return -1;
+    const auto* bytes = static_cast<const uint8_t*>(data);
+    const size_t n = size_t(length), overlap = std::min(n, t.out_.size() - std::min(t.position_, t.out_.size()));
+    try {
+        if (t.position_ > t.out_.size()) t.out_.resize(t.position_, 0);  // a seek past the end leaves a hole
+        std::memcpy(t.out_.data() + t.position_, bytes, overlap);
+        t.out_.insert(t.out_.end(), bytes + overlap, bytes + n);
+    } catch (const std::bad_alloc&) {
+        t.status_ = util::kMemoryFull;
+        return -1;
+    }
+    t.position_ += n;
+    return length;
+}
+
+gint64 VectorTarget::OnRead(VipsTargetCustom*, void* buffer, gint64 length, void* self) {
+    auto& t = *static_cast<VectorTarget*>(self);
+    if (length < 0) return -1;
+    const size_t available = t.position_ < t.out_.size() ? t.out_.size() - t.position_ : 0;
+    const size_t n = std::min(size_t(length), available);
+    std::memcpy(buffer, t.out_.data() + t.position_, n);
+    t.position_ += n;
+    return gint64(n);
+}
+
+gint64 VectorTarget::OnSeek(VipsTargetCustom*, gint64 offset, int whence, void* self) {
+    auto& t = *static_cast<VectorTarget*>(self);
+    gint64 base = 0;
+    if (whence == SEEK_CUR) base = gint64(t.position_);
+    else if (whence == SEEK_END) base = gint64(t.out_.size());
+    else if (whence != SEEK_SET) return -1;
+    if (base + offset < 0) return -1;
+    t.position_ = size_t(base + offset);
+    return gint64(t.position_);
+}
+
+int VectorTarget::OnEnd(VipsTargetCustom*, void* self) {
+    return static_cast<VectorTarget*>(self)->status_ == util::kNoError ? 0 : -1;
+}
+
+}  // namespace vd::platform
