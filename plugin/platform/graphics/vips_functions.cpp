@@ -75,7 +75,8 @@ constexpr const char* kSonames[] = {kVipsLibrary};
     X(0, g_object_get_property, (GObject* object, const gchar* property_name, GValue* value),               \
       (object, property_name, value))                                                                    \
     X(0, g_object_unref, (gpointer object), (object))                                                       \
-    X(0, g_free, (gpointer mem), (mem))
+    X(0, g_free, (gpointer mem), (mem))                                                                     \
+    X(0, vips_precision_get_type, (void), ())
 
 enum Function : size_t { VD_VIPS_FUNCTIONS(VD_LAZY_INDEX) kFunctionCount };
 constexpr LazySymbol kSymbols[] = {VD_VIPS_FUNCTIONS(VD_LAZY_SYMBOL)};
