@@ -8,7 +8,9 @@
 
 namespace vd::image {
 
-enum class EffectKind { kBlur, kSharpen, kEmboss, kEdges, kGrey, kSepia, kInvert, kTint, kBrightness, kGamma, kCrossFade };
+enum class EffectKind {
+    kBlur, kSharpen, kEmboss, kEdges, kGrey, kSepia, kInvert, kTint, kBrightness, kGamma, kCrossFade
+};
 
 enum class ParameterKind {
     kNumber,  // a 16.16 fixed-point number in the block

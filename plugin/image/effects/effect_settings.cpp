@@ -91,7 +91,8 @@ double BlockValue(const EffectParameter& parameter, double value) {
 
 std::string RangeProblem(const EffectDefinition& effect, const EffectParameter& parameter, double value) {
     if (value >= parameter.minimum && value <= parameter.maximum) return {};
-    if (parameter.kind == ParameterKind::kColour) return std::string(effect.name) + "'s " + parameter.name + " is no colour";
+    if (parameter.kind == ParameterKind::kColour)
+        return std::string(effect.name) + "'s " + parameter.name + " is no colour";
     return std::string(effect.name) + "'s " + parameter.name + " must be between " + Number(parameter.minimum) +
            " and " + Number(parameter.maximum) + ", not " + Number(value);
 }

@@ -35,7 +35,8 @@ util::Status Load(const std::vector<uint8_t>& tiff, VipsImagePtr& image) {
 
 util::Status Save(VipsImage* image, std::vector<uint8_t>& tiff) {
     VipsCall save("tiffsave_buffer");
-    save.Set("in", image).SetEnum("compression", VIPS_TYPE_FOREIGN_TIFF_COMPRESSION, VIPS_FOREIGN_TIFF_COMPRESSION_NONE);
+    save.Set("in", image)
+        .SetEnum("compression", VIPS_TYPE_FOREIGN_TIFF_COMPRESSION, VIPS_FOREIGN_TIFF_COMPRESSION_NONE);
     if (util::Status s = save.Run(GraphicsStep::kEncoding)) return s;
     return save.CopyBlob("buffer", tiff);
 }
@@ -52,7 +53,8 @@ util::Status Draw(const std::vector<uint8_t>& first, const std::vector<uint8_t>*
 }
 
 // A picture no larger than the preview's box, the aspect kept.
-util::Status Thumbnail(const std::vector<uint8_t>& tiff, int width, int height, bool exactly, std::vector<uint8_t>& out) {
+util::Status Thumbnail(const std::vector<uint8_t>& tiff, int width, int height, bool exactly,
+                       std::vector<uint8_t>& out) {
     VipsCall thumbnail("thumbnail_buffer");
     thumbnail.SetBlob("buffer", tiff.data(), tiff.size()).Set("width", width).Set("height", height);
     VipsImagePtr image;

@@ -76,7 +76,8 @@ EffectFormAnswer EffectAnswerFromLine(std::string_view line, const EffectFormReq
     const std::string_view word = NextWord(rest);
     if (word == "cancel") return EffectFormAnswer{util::kUserCancelled, {}, {}};
     if (word != "ok")
-        return Failure(util::kBadParameter, "the UI script answers \"" + std::string(line) + "\" to " + FormWord(request));
+        return Failure(util::kBadParameter,
+                       "the UI script answers \"" + std::string(line) + "\" to " + FormWord(request));
     EffectFormAnswer answer;
     for (const EffectControl& c : request.controls) answer.values.push_back(c.value);
     for (std::string_view pair = NextWord(rest); !pair.empty(); pair = NextWord(rest)) {

@@ -79,7 +79,8 @@ gboolean CancelShownDialog(gpointer data) {
                 }
             }
             if (auto* image = static_cast<GtkImage*>(g_object_get_data(G_OBJECT(dialog), kEffectPreviewKey))) {
-                GdkPixbuf* shown = gtk_image_get_storage_type(image) == GTK_IMAGE_PIXBUF ? gtk_image_get_pixbuf(image) : nullptr;
+                GdkPixbuf* shown =
+                    gtk_image_get_storage_type(image) == GTK_IMAGE_PIXBUF ? gtk_image_get_pixbuf(image) : nullptr;
                 std::fprintf(out, "preview=%dx%d\n", shown ? gdk_pixbuf_get_width(shown) : 0,
                              shown ? gdk_pixbuf_get_height(shown) : 0);
             }
