@@ -3,6 +3,7 @@
 #include "container/functions/insert_quicktime_function.h"
 #include "files/functions/file_functions.h"
 #include "frame/functions/frame_functions.h"
+#include "image/functions/effect_functions.h"
 #include "image/functions/image_functions.h"
 #include "image/functions/insert_export_functions.h"
 #include "metadata/functions/metadata_functions.h"
@@ -141,8 +142,10 @@ constexpr std::array kTable{
     Image(58, "Vandrel_TCrop", "Vandrel_TCrop ( left ; top ; right ; bottom )", 4, 4, image::TCropFunction),
     Image(59, "Vandrel_TRotate", "Vandrel_TRotate ( degrees )", 1, 1, image::TRotateFunction),
     Image(60, "Vandrel_TClear", "Vandrel_TClear", 0, 0, image::TClearFunction),
-    Image(61, "Vandrel_EffectDialog", "Vandrel_EffectDialog ( effectType [; previewImage [; previewImage2 ]] )", 1, 3),
-    Image(62, "Vandrel_EffectApply", "Vandrel_EffectApply ( container ; effectDescription [; container2 ] )", 2, 3),
+    Image(61, "Vandrel_EffectDialog", "Vandrel_EffectDialog ( effectType [; previewImage [; previewImage2 ]] )", 1, 3,
+          image::EffectDialogFunction),
+    Image(62, "Vandrel_EffectApply", "Vandrel_EffectApply ( container ; effectDescription [; container2 ] )", 2, 3,
+          image::EffectApplyFunction),
     Image(63, "Vandrel_InsertImage", "Vandrel_InsertImage ( filepath ; byReference )", 2, 2,
           image::InsertImageFunction),
     // The file group is registered from inside the image group, after its thirteenth entry.

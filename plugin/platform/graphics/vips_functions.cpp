@@ -92,7 +92,8 @@ constexpr const char* kSonames[] = {kVipsLibrary};
     X(0, g_signal_connect_data, (gpointer instance, const gchar* detailed_signal, GCallback c_handler,       \
                                  gpointer data, GClosureNotify destroy_data, GConnectFlags connect_flags), \
       (instance, detailed_signal, c_handler, data, destroy_data, connect_flags))                           \
-    X(0, g_free, (gpointer mem), (mem))
+    X(0, g_free, (gpointer mem), (mem))                                                                     \
+    X(0, vips_precision_get_type, (void), ())
 
 enum Function : size_t { VD_VIPS_FUNCTIONS(VD_LAZY_INDEX) kFunctionCount };
 constexpr LazySymbol kSymbols[] = {VD_VIPS_FUNCTIONS(VD_LAZY_SYMBOL)};

@@ -17,6 +17,7 @@ struct GtkModule {
     VdUiFreeFn free = nullptr;
     VdUiShowFormFn showForm = nullptr;
     VdUiMouseButtonDownFn mouseButtonDown = nullptr;
+    VdUiShowEffectFormFn showEffectForm = nullptr;
     std::string problem;  // why it could not be loaded; empty when it was
 };
 
@@ -45,11 +46,13 @@ GtkModule LoadModule() {
     module.free = reinterpret_cast<VdUiFreeFn>(::dlsym(handle, VD_UI_FREE_SYMBOL));
     module.showForm = reinterpret_cast<VdUiShowFormFn>(::dlsym(handle, VD_UI_SHOW_FORM_SYMBOL));
     module.mouseButtonDown = reinterpret_cast<VdUiMouseButtonDownFn>(::dlsym(handle, VD_UI_MOUSE_BUTTON_DOWN_SYMBOL));
+    module.showEffectForm = reinterpret_cast<VdUiShowEffectFormFn>(::dlsym(handle, VD_UI_SHOW_EFFECT_FORM_SYMBOL));
     if (!version || !module.show || !module.free || !module.showForm || !module.mouseButtonDown ||
-        version() != VD_UI_MODULE_ABI_VERSION) {
+        !module.showEffectForm || version() != VD_UI_MODULE_ABI_VERSION) {
         module.show = nullptr;
         module.showForm = nullptr;
         module.mouseButtonDown = nullptr;
+        module.showEffectForm = nullptr;
         module.problem = "(no dialog can be shown: " + path + " is not a GTK module of this plug-in)";
     }
     return module;
@@ -65,6 +68,26 @@ const GtkModule& Module() {
 util::Status NotAccepted(int result, std::string& detail) {
     if (result == VD_UI_NO_DISPLAY) detail = "(no dialog can be shown: GTK cannot open the display)";
     return util::kUserCancelled;
+}
+
+// What the module's preview callback reaches: the renderer and the frame it last drew, which the
+// module copies before it asks again.
+struct PreviewContext {
+    const PreviewRenderer* render;
+    PreviewFrame frame;
+};
+
+int RenderPreview(void* context, const double* values, int count, VdUiPreviewFrame* out) {
+    auto* preview = static_cast<PreviewContext*>(context);
+    try {
+        if (!(*preview->render)(std::vector<double>(values, values + count), preview->frame)) return 1;
+    } catch (...) {
+        return 1;  // nothing may cross back into GTK's C frames
+    }
+    out->width = preview->frame.width;
+    out->height = preview->frame.height;
+    out->rgb = preview->frame.rgb.data();
+    return 0;
 }
 
 }  // namespace
@@ -133,6 +156,30 @@ FormAnswer ShowGtkForm(const FormRequest& request) {
         // A module that answers outside the menu is not trusted with the setting: the form stays as it was.
         const bool offered = chosen >= 0 && static_cast<size_t>(chosen) < request.controls[i].choices.size();
         answer.selected.push_back(offered ? static_cast<size_t>(chosen) : request.controls[i].selected);
+    }
+    return answer;
+}
+
+EffectFormAnswer ShowGtkEffectForm(const EffectFormRequest& request) {
+    const GtkModule& module = Module();
+    if (!module.showEffectForm) return EffectFormAnswer{util::kUserCancelled, {}, module.problem};
+    std::vector<VdUiEffectControl> controls;
+    for (const EffectControl& c : request.controls)
+        controls.push_back(VdUiEffectControl{c.label.c_str(), c.colour ? VD_UI_COLOUR : VD_UI_SLIDER, c.minimum,
+                                             c.maximum, c.step, c.value});
+    PreviewContext context{&request.preview, {}};
+    const int result = module.showEffectForm(request.title.c_str(), controls.data(), static_cast<int>(controls.size()),
+                                             request.preview ? RenderPreview : nullptr, &context);
+    EffectFormAnswer answer;
+    if (result != VD_UI_ACCEPTED) {
+        answer.status = NotAccepted(result, answer.detail);
+        return answer;
+    }
+    for (size_t i = 0; i < controls.size(); ++i) {
+        const double v = controls[i].value;
+        // A module that answers outside the range is not trusted with the setting.
+        const bool inside = v >= request.controls[i].minimum && v <= request.controls[i].maximum;
+        answer.values.push_back(inside ? v : request.controls[i].value);
     }
     return answer;
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/ui/dialog_service.h"
+#include "platform/ui/effect_form.h"
 
 namespace vd::platform::ui {
 
@@ -17,6 +18,7 @@ std::string GtkModulePath();
 // the reason.
 DialogAnswer ShowGtkDialog(const DialogRequest& request);
 FormAnswer ShowGtkForm(const FormRequest& request);
+EffectFormAnswer ShowGtkEffectForm(const EffectFormRequest& request);
 // 1 while a mouse button is down, 0 while none is, -1 when the module or the display cannot tell.
 int GtkMouseButtonDown();
 

@@ -174,6 +174,10 @@ DialogAnswer NextLine(const std::string& scriptPath, const std::string& what, st
 
 }  // namespace
 
+DialogAnswer NextScriptAnswer(const std::string& scriptPath, const std::string& what, std::string& line) {
+    return NextLine(scriptPath, what, line);
+}
+
 FormAnswer AnswerFromLine(std::string_view line, const FormRequest& request) {
     auto [word, rest] = FirstWord(line);
     if (word == "cancel") return FormAnswer{util::kUserCancelled, {}, {}};

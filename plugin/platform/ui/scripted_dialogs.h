@@ -31,6 +31,10 @@ namespace vd::platform::ui {
 DialogAnswer AnswerFromScript(const std::string& scriptPath, const DialogRequest& request);
 FormAnswer AnswerFromScript(const std::string& scriptPath, const FormRequest& request);
 
+// Takes the script's next answer for the dialog that what names ("the Blur dialog"), or answers
+// the failure that stands for it (an unreadable script, one that has run out).
+DialogAnswer NextScriptAnswer(const std::string& scriptPath, const std::string& what, std::string& line);
+
 // The answer a single script line gives to the request (no file access but checking the item).
 DialogAnswer AnswerFromLine(std::string_view line, const DialogRequest& request);
 FormAnswer AnswerFromLine(std::string_view line, const FormRequest& request);

@@ -30,12 +30,16 @@ std::vector<std::string> UnfinishedFunctionNames() {
 }
 
 std::string Block(const std::vector<std::string>& names) {
-    std::vector<std::string> words;
-    for (const char* word : {"These", "registered", "functions", "answer", "the", "status", "text",
-                             "`$-4:<their name>: Feature is not implemented yet.`", "(and", "`Vandrel_GetLastError`",
-                             "reports", "it)", "until", "their", "subsystem", "lands:"}) {
-        words.emplace_back(word);
-    }
+    // With nothing left to list, the block says so rather than ending on an empty list.
+    const std::vector<const char*> opening =
+        names.empty() ? std::vector<const char*>{"Every", "registered", "function", "is", "implemented:", "none",
+                                                 "answers", "the", "status", "text",
+                                                 "`$-4:<their name>: Feature is not implemented yet.`"}
+                      : std::vector<const char*>{"These", "registered", "functions", "answer", "the", "status", "text",
+                                                 "`$-4:<their name>: Feature is not implemented yet.`", "(and",
+                                                 "`Vandrel_GetLastError`", "reports", "it)", "until", "their",
+                                                 "subsystem", "lands:"};
+    std::vector<std::string> words(opening.begin(), opening.end());
     for (size_t i = 0; i < names.size(); ++i) words.push_back("`" + names[i] + "`" + (i + 1 < names.size() ? "," : "."));
     std::string text = kBegin;
     std::string line;

@@ -7,8 +7,10 @@
 
 #include <gtk/gtk.h>
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -33,6 +35,9 @@ void Settle() {
 
 // Where a settings form keeps its grid of controls on the dialog.
 constexpr const char* kFormGridKey = "vd-form-grid";
+// Where an effect's form keeps its grid of sliders and colour buttons, and its preview image.
+constexpr const char* kEffectGridKey = "vd-effect-grid";
+constexpr const char* kEffectPreviewKey = "vd-effect-preview";
 
 bool Started() {
     static const bool started = gtk_init_check(nullptr, nullptr);
@@ -62,6 +67,22 @@ gboolean CancelShownDialog(gpointer data) {
                     std::fprintf(out, "control=%s:%s\n", gtk_label_get_text(GTK_LABEL(label)),
                                  active ? active.get() : "");
                 }
+            }
+            if (auto* grid = static_cast<GtkGrid*>(g_object_get_data(G_OBJECT(dialog), kEffectGridKey))) {
+                for (int row = 0; GtkWidget* label = gtk_grid_get_child_at(grid, 0, row); ++row) {
+                    GtkWidget* control = gtk_grid_get_child_at(grid, 1, row);
+                    if (GTK_IS_RANGE(control))
+                        std::fprintf(out, "slider=%s:%g\n", gtk_label_get_text(GTK_LABEL(label)),
+                                     gtk_range_get_value(GTK_RANGE(control)));
+                    else
+                        std::fprintf(out, "colour=%s\n", gtk_label_get_text(GTK_LABEL(label)));
+                }
+            }
+            if (auto* image = static_cast<GtkImage*>(g_object_get_data(G_OBJECT(dialog), kEffectPreviewKey))) {
+                GdkPixbuf* shown =
+                    gtk_image_get_storage_type(image) == GTK_IMAGE_PIXBUF ? gtk_image_get_pixbuf(image) : nullptr;
+                std::fprintf(out, "preview=%dx%d\n", shown ? gdk_pixbuf_get_width(shown) : 0,
+                             shown ? gdk_pixbuf_get_height(shown) : 0);
             }
             std::fclose(out);
         }
@@ -123,6 +144,120 @@ GtkWidget* NewForm(const char* title, const VdUiFormControl* controls, int contr
     return dialog;
 }
 
+// An effect's form while it is shown: its controls, and the preview drawn again (once, a moment
+// after the last change) whenever one of them moves.
+struct EffectForm {
+    const VdUiEffectControl* controls = nullptr;
+    int controlCount = 0;
+    std::vector<GtkWidget*> widgets;  // a GtkScale or a GtkColorButton per control
+    VdUiRenderPreviewFn render = nullptr;
+    void* context = nullptr;
+    GtkImage* preview = nullptr;
+    guint pending = 0;  // the timeout that will redraw the preview, or 0
+};
+
+double ColourValue(GtkWidget* button) {
+    GdkRGBA rgba{};
+    gtk_color_chooser_get_rgba(GTK_COLOR_CHOOSER(button), &rgba);
+    const auto channel = [](double v) { return unsigned(v * 255.0 + 0.5) & 0xFFu; };
+    return double(channel(rgba.red) << 16 | channel(rgba.green) << 8 | channel(rgba.blue));
+}
+
+std::vector<double> EffectValues(const EffectForm& form) {
+    std::vector<double> values;
+    for (int i = 0; i < form.controlCount; ++i) {
+        GtkWidget* w = form.widgets[size_t(i)];
+        values.push_back(form.controls[i].kind == VD_UI_COLOUR ? ColourValue(w) : gtk_range_get_value(GTK_RANGE(w)));
+    }
+    return values;
+}
+
+void DrawPreview(EffectForm& form) {
+    if (!form.render) return;
+    const std::vector<double> values = EffectValues(form);
+    VdUiPreviewFrame frame{};
+    if (form.render(form.context, values.data(), int(values.size()), &frame) != 0 || !frame.rgb || frame.width <= 0 ||
+        frame.height <= 0) {
+        gtk_image_clear(form.preview);
+        return;
+    }
+    GdkPixbuf* pixbuf = gdk_pixbuf_new(GDK_COLORSPACE_RGB, FALSE, 8, frame.width, frame.height);
+    if (!pixbuf) return;
+    const int stride = gdk_pixbuf_get_rowstride(pixbuf);
+    guchar* pixels = gdk_pixbuf_get_pixels(pixbuf);
+    for (int y = 0; y < frame.height; ++y)
+        std::memcpy(pixels + size_t(y) * size_t(stride), frame.rgb + size_t(y) * size_t(frame.width) * 3,
+                    size_t(frame.width) * 3);
+    gtk_image_set_from_pixbuf(form.preview, pixbuf);
+    g_object_unref(pixbuf);
+}
+
+gboolean RedrawPreview(gpointer data) {
+    auto* form = static_cast<EffectForm*>(data);
+    form->pending = 0;
+    DrawPreview(*form);
+    return G_SOURCE_REMOVE;
+}
+
+void ControlMoved(GtkWidget*, gpointer data) {
+    auto* form = static_cast<EffectForm*>(data);
+    if (form->pending) g_source_remove(form->pending);
+    form->pending = g_timeout_add(120, RedrawPreview, form);
+}
+
+int Digits(double step) {
+    int digits = 0;
+    while (digits < 4 && step * std::pow(10.0, digits) < 0.999) ++digits;
+    return digits;
+}
+
+GtkWidget* NewEffectForm(const char* title, EffectForm& form) {
+    GtkWidget* dialog = gtk_dialog_new_with_buttons(title, nullptr, GTK_DIALOG_MODAL, "_Cancel", GTK_RESPONSE_CANCEL,
+                                                    "_OK", GTK_RESPONSE_OK, nullptr);
+    gtk_dialog_set_default_response(GTK_DIALOG(dialog), GTK_RESPONSE_OK);
+    GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 8);
+    gtk_container_set_border_width(GTK_CONTAINER(box), 12);
+    if (form.render) {
+        GtkWidget* image = gtk_image_new();
+        gtk_widget_set_size_request(image, 320, 240);
+        form.preview = GTK_IMAGE(image);
+        gtk_box_pack_start(GTK_BOX(box), image, TRUE, TRUE, 0);
+        g_object_set_data(G_OBJECT(dialog), kEffectPreviewKey, image);
+    }
+    GtkWidget* grid = gtk_grid_new();
+    gtk_grid_set_row_spacing(GTK_GRID(grid), 8);
+    gtk_grid_set_column_spacing(GTK_GRID(grid), 12);
+    for (int row = 0; row < form.controlCount; ++row) {
+        const VdUiEffectControl& control = form.controls[row];
+        GtkWidget* label = gtk_label_new(control.label ? control.label : "");
+        gtk_label_set_xalign(GTK_LABEL(label), 1.0f);
+        GtkWidget* widget = nullptr;
+        if (control.kind == VD_UI_COLOUR) {
+            const auto value = unsigned(control.value);
+            const GdkRGBA rgba{(value >> 16 & 0xFF) / 255.0, (value >> 8 & 0xFF) / 255.0, (value & 0xFF) / 255.0, 1.0};
+            widget = gtk_color_button_new_with_rgba(&rgba);
+            g_signal_connect(widget, "color-set", G_CALLBACK(ControlMoved), &form);
+        } else {
+            widget = gtk_scale_new_with_range(GTK_ORIENTATION_HORIZONTAL, control.minimum, control.maximum,
+                                              control.step > 0 ? control.step : 0.01);
+            gtk_scale_set_digits(GTK_SCALE(widget), Digits(control.step));
+            gtk_range_set_value(GTK_RANGE(widget), control.value);
+            gtk_widget_set_size_request(widget, 240, -1);
+            g_signal_connect(widget, "value-changed", G_CALLBACK(ControlMoved), &form);
+        }
+        gtk_label_set_mnemonic_widget(GTK_LABEL(label), widget);
+        gtk_widget_set_hexpand(widget, TRUE);
+        gtk_grid_attach(GTK_GRID(grid), label, 0, row, 1, 1);
+        gtk_grid_attach(GTK_GRID(grid), widget, 1, row, 1, 1);
+        form.widgets.push_back(widget);
+    }
+    gtk_box_pack_start(GTK_BOX(box), grid, FALSE, FALSE, 0);
+    gtk_box_pack_start(GTK_BOX(gtk_dialog_get_content_area(GTK_DIALOG(dialog))), box, TRUE, TRUE, 0);
+    gtk_widget_show_all(box);
+    g_object_set_data(G_OBJECT(dialog), kEffectGridKey, grid);
+    return dialog;
+}
+
 }  // namespace
 
 extern "C" {
@@ -168,6 +303,35 @@ __attribute__((visibility("default"))) int vd_ui_show_form(const char* title, Vd
             const int active = gtk_combo_box_get_active(menus[row]);
             if (active >= 0) controls[row].selected = active;
         }
+    }
+    dialog.reset();
+    Settle();
+    return result;
+}
+
+__attribute__((visibility("default"))) int vd_ui_show_effect_form(const char* title, VdUiEffectControl* controls,
+                                                                  int controlCount, VdUiRenderPreviewFn render,
+                                                                  void* context) {
+    if (!Started()) return VD_UI_NO_DISPLAY;
+    EffectForm form;
+    form.controls = controls;
+    form.controlCount = controlCount;
+    form.render = render;
+    form.context = context;
+    OwnedWidget dialog(NewEffectForm(title ? title : "", form));
+    DrawPreview(form);
+#ifdef VD_UI_GTK_SELF_CANCEL
+    g_signal_connect(dialog.get(), "map", G_CALLBACK(ArmSelfCancel), nullptr);
+#endif
+    const int response = gtk_dialog_run(GTK_DIALOG(dialog.get()));
+    // A redraw still waiting must not fire on a form that is gone.
+    if (form.pending) g_source_remove(form.pending);
+    form.pending = 0;
+    int result = VD_UI_CANCELLED;
+    if (response == GTK_RESPONSE_OK) {
+        result = VD_UI_ACCEPTED;
+        const std::vector<double> values = EffectValues(form);
+        for (int i = 0; i < controlCount; ++i) controls[i].value = values[size_t(i)];
     }
     dialog.reset();
     Settle();

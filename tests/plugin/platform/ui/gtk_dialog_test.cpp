@@ -1,6 +1,7 @@
 // The real GTK folder chooser and settings form, shown on a virtual display by a vdhost process.
 // The bundle is a copy whose ui-gtk.so is the tests' build of the module, which cancels its dialog
 // once it is on the screen and writes down what it showed.
+#include "plugin/image/image_test_support.h"
 #include "plugin/plugin_test_support.h"
 
 #include <support/process.h>
@@ -124,6 +125,17 @@ TEST_F(GtkDialog, TheSoundSettingsFormAppearsWithItsChoicesAndIsCancelled) {
     const std::string report = readFile(Report());
     EXPECT_TRUE(report.starts_with("shown=1\ntitle=WAVE Settings\n")) << report;
     EXPECT_NE(report.find("chooser=0\ncontrol=Sample rate:Same as the sound\n"), std::string::npos) << report;
+}
+
+TEST_F(GtkDialog, AnEffectFormAppearsWithItsSlidersAndPreviewAndIsCancelled) {
+    const fs::path picture = folder_ / "picture.bmp";
+    writeFile(picture, BmpOf(MakePicture(64, 48, [](int x, int y) { return Rgb{uint8_t(4 * x), uint8_t(5 * y), 60}; })));
+    const auto r = Eval("Vandrel_EffectDialog ( \"sharpen amount=2.5\" ; \"" + picture.string() + "\" )");
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_TRUE(r.out.starts_with("$-128:Vandrel_EffectDialog")) << r.out << r.err;
+    const std::string report = readFile(Report());
+    EXPECT_TRUE(report.starts_with("shown=1\ntitle=Sharpen\n")) << report;
+    EXPECT_NE(report.find("slider=Amount:2.5\nslider=Radius:1\npreview=320x240\n"), std::string::npos) << report;
 }
 
 TEST_F(GtkDialog, TheMouseButtonIsAskedOfTheDisplayAndEndsARecording) {
