@@ -71,3 +71,8 @@ if wanted audio_mix; then
   echo "== CPU time of mixing 100 simultaneous 44.1 kHz stereo sounds on the virtual device, per second of sound (target: <= 5% of one core)"
   "$build/bin/audio_mix_bench" | tee out/bench/audio_mix.txt
 fi
+
+if wanted serve; then
+  echo "== vdhost serve's table page of 1,000 records with pictures, fetched over loopback (target: <= 200 ms)"
+  "$build/bin/serve_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/serve.txt
+fi

@@ -11,12 +11,16 @@
 
 namespace vdhost::calc {
 
+class Context;
+
 struct BuiltinFunction {
     std::u16string_view name;
     int minArgs;
     int maxArgs;  // -1: no upper limit
     // Arguments arrive evaluated, their count within the range. where: the call, for errors.
     FMX_Data (*apply)(std::span<const FMX_Data> args, SourcePosition where);
+    // Instead of apply, for the functions that reach the database through the context.
+    FMX_Data (*applyInContext)(Context& context, std::span<const FMX_Data> args, SourcePosition where) = nullptr;
 
     bool acceptsCount(size_t n) const {
         return n >= static_cast<size_t>(minArgs) && (maxArgs < 0 || n <= static_cast<size_t>(maxArgs));
@@ -32,5 +36,6 @@ std::span<const BuiltinFunction> valueListFunctions();
 std::span<const BuiltinFunction> numberFunctions();
 std::span<const BuiltinFunction> logicalFunctions();
 std::span<const BuiltinFunction> base64Functions();
+std::span<const BuiltinFunction> recordFunctions();
 
 }  // namespace vdhost::calc

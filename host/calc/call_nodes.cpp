@@ -12,6 +12,7 @@ FMX_Data BuiltinCallNode::evaluate(Evaluation& evaluation) const {
     values.reserve(arguments_.size());
     for (const NodePtr& argument : arguments_) values.push_back(argument->evaluate(evaluation));
     throwIfInterrupted();
+    if (function_.applyInContext) return function_.applyInContext(evaluation.context, values, position);
     return function_.apply(values, position);
 }
 

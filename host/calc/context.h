@@ -6,7 +6,9 @@
 #include "api/objects.h"
 #include "variables.h"
 
+#include <cstdint>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -24,6 +26,17 @@ public:
     virtual Variables& globals() = 0;
     // Handed to external functions' handlers.
     virtual const FMX_ExprEnv* exprEnv() = 0;
+
+    // The records of a table (NewRecord, GoToRecord, CurrentRecord). A context without a database
+    // has none; failures are thrown as std::exception with a message for the user.
+    virtual int64_t newRecord(std::string_view table) { throw noRecords(table); }
+    virtual void goToRecord(std::string_view table, int64_t) { throw noRecords(table); }
+    virtual int64_t currentRecord(std::string_view table) { throw noRecords(table); }
+
+private:
+    static std::runtime_error noRecords(std::string_view table) {
+        return std::runtime_error("There is no database to hold records of " + std::string(table));
+    }
 };
 
 }  // namespace vdhost::calc

@@ -11,6 +11,8 @@
 #include "session/script.h"
 #include "session/value_output.h"
 
+#include <cerrno>
+#include <cstdlib>
 #include <fstream>
 #include <iostream>
 
@@ -77,6 +79,23 @@ int listFields(Session& session) {
     return kOk;
 }
 
+// A record id as typed: a whole number from 1.
+int64_t recordId(const std::string& text) {
+    char* end = nullptr;
+    errno = 0;
+    long long n = std::strtoll(text.c_str(), &end, 10);
+    if (text.empty() || *end || errno == ERANGE || n < 1) throw UsageError("a record id is a whole number from 1, not " + text);
+    return n;
+}
+
+// One line per record, "ID" with "<tab>current" after the current one.
+int listRecords(Session& session, const std::string& table) {
+    const int64_t current = session.database().currentRecord(table);
+    for (int64_t id : session.database().records(table))
+        std::cout << id << (id == current ? "\tcurrent" : "") << "\n";
+    return kOk;
+}
+
 int dispatch(Session& session, const Options& o) {
     const std::string& c = o.command;
     if (c == "eval") {
@@ -136,6 +155,20 @@ int dispatch(Session& session, const Options& o) {
         session.database().define(table, field, *kind);
         return kOk;
     }
+    if (c == "new-record") {
+        expectArguments(o, 1);
+        std::cout << session.database().newRecord(o.arguments[0]) << "\n";
+        return kOk;
+    }
+    if (c == "goto") {
+        expectArguments(o, 2);
+        session.database().goToRecord(o.arguments[0], recordId(o.arguments[1]));
+        return kOk;
+    }
+    if (c == "records") {
+        expectArguments(o, 1);
+        return listRecords(session, o.arguments[0]);
+    }
     if (c == "functions") {
         expectArguments(o, 0);
         return listFunctions(session);
@@ -164,7 +197,8 @@ int runCommand(const Options& o) {
         std::cout << helpText(topic == "help" && o.arguments.empty() ? "" : topic);
         return o.command.empty() && !o.help ? kUsage : kOk;
     }
-    static const std::vector<std::string> known = {"eval", "run", "repl", "set", "get", "define", "fields", "functions", "serve"};
+    static const std::vector<std::string> known = {"eval", "run", "repl", "set", "get", "define", "fields", "functions", "serve",
+                                                 "new-record", "goto", "records"};
     if (std::find(known.begin(), known.end(), o.command) == known.end())
         throw UsageError("unknown command " + o.command + " (see vdhost --help)");
     // Before any plug-in loads: see interrupt_signals.h.

@@ -20,6 +20,9 @@ const char* kGeneralHelp =
     "  get TABLE::FIELD       show a field\n"
     "  define TABLE::FIELD KIND  make a field of kind text, number or container\n"
     "  fields                 list the database's fields and their kinds\n"
+    "  new-record TABLE       make a record of the table and make it current\n"
+    "  goto TABLE ID          make a record of the table current\n"
+    "  records TABLE          list the table's records\n"
     "  functions              list the functions the plug-ins registered\n"
     "  serve [--port N] [--allow-calculations]  show the database in a web browser\n"
     "  help [COMMAND]         show this text, or a command's\n"
@@ -67,6 +70,14 @@ const std::map<std::string, std::string>& commandHelp() {
                    "field that holds no data yet (store \"\" into it to empty it).\n"},
         {"fields", "usage: vdhost [options] fields\n\nLists the fields of the database, one \"TABLE::FIELD<tab>KIND\" per line, in the\n"
                    "order they were made.\n"},
+        {"new-record", "usage: vdhost [options] new-record TABLE\n\nMakes a record of the table (and the table, when missing), makes it the current\n"
+                       "record and shows its id. Calculations read and store the fields of a table's\n"
+                       "current record; it stays current for later commands until another is made\n"
+                       "or chosen. In calculations: NewRecord ( \"TABLE\" ).\n"},
+        {"goto", "usage: vdhost [options] goto TABLE ID\n\nMakes the record ID of the table current (status 4 when the table has no such\n"
+                 "record). In calculations: GoToRecord ( \"TABLE\" ; ID ).\n"},
+        {"records", "usage: vdhost [options] records TABLE\n\nLists the ids of the table's records, one per line in the order they were made;\n"
+                    "the current one is followed by a tab and \"current\".\n"},
         {"functions", "usage: vdhost [options] functions\n\nLists the registered functions: plug-in, id, name, argument counts, flags\n"
                       "and prototype.\n"},
         {"serve", "usage: vdhost [options] serve [--port N] [--allow-calculations]\n\n"

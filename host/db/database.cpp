@@ -30,6 +30,15 @@ constexpr const char* kFieldHoldsDataSql =
     "SELECT 1 FROM vd_values WHERE field_id = ?1 AND value IS NOT NULL LIMIT 1";
 constexpr const char* kClearFieldSql = "DELETE FROM vd_values WHERE field_id = ?1";
 constexpr const char* kChangeKindSql = "UPDATE vd_fields SET kind = ?2 WHERE id = ?1";
+constexpr const char* kCurrentRecordSql =
+    "SELECT c.record_id FROM vd_current_records c JOIN vd_tables t ON t.id = c.table_id WHERE t.name = ?1";
+constexpr const char* kSetCurrentRecordSql =
+    "INSERT INTO vd_current_records (table_id, record_id) VALUES (?1, ?2) "
+    "ON CONFLICT (table_id) DO UPDATE SET record_id = excluded.record_id";
+constexpr const char* kLastRecordSql = "SELECT max(id) FROM vd_records WHERE table_id = ?1";
+constexpr const char* kHasRecordSql = "SELECT 1 FROM vd_records WHERE table_id = ?1 AND id = ?2";
+constexpr const char* kListRecordsSql =
+    "SELECT r.id FROM vd_records r JOIN vd_tables t ON t.id = r.table_id WHERE t.name = ?1 ORDER BY r.id";
 constexpr const char* kListFieldsSql =
     "SELECT t.name, f.name, f.kind FROM vd_fields f JOIN vd_tables t ON t.id = f.table_id ORDER BY f.id";
 
@@ -43,11 +52,10 @@ FieldKind storedKind(std::string_view text, const std::string& name) {
     throw DatabaseError("\"" + name + "\" holds a field of unknown kind \"" + std::string(text) + "\"");
 }
 
+std::optional<int64_t> findTable(Connection& c, std::string_view table);
+
 int64_t ensureTable(Connection& c, std::string_view table) {
-    {
-        Query find(c, kFindTableSql);
-        if (find.bind(1, table).step()) return find.integer(0);
-    }
+    if (auto id = findTable(c, table)) return *id;
     Query(c, kAddTableSql).bind(1, table).run();
     return sqlite3_last_insert_rowid(c.handle());
 }
@@ -63,9 +71,23 @@ FieldRow addField(Connection& c, int64_t tableId, std::string_view field, FieldK
     return {sqlite3_last_insert_rowid(c.handle()), kind};
 }
 
-void storeValue(Connection& c, int64_t fieldId, const StoredValue& stored) {
+std::optional<int64_t> findTable(Connection& c, std::string_view table) {
+    Query find(c, kFindTableSql);
+    if (find.bind(1, table).step()) return find.integer(0);
+    return std::nullopt;
+}
+
+bool hasRecord(Connection& c, int64_t tableId, int64_t record) {
+    return Query(c, kHasRecordSql).bind(1, tableId).bind(2, record).step();
+}
+
+DatabaseError noSuchRecord(std::string_view table, int64_t record) {
+    return DatabaseError("Table " + std::string(table) + " has no record " + std::to_string(record));
+}
+
+void storeValue(Connection& c, int64_t fieldId, int64_t record, const StoredValue& stored) {
     Query store(c, kStoreValueSql);
-    store.bind(1, fieldId).bind(2, kCurrentRecord).bind(3, int64_t{stored.type});
+    store.bind(1, fieldId).bind(2, record).bind(3, int64_t{stored.type});
     switch (stored.form) {
         case StoredValue::Form::Empty: store.bindNull(4); break;
         case StoredValue::Form::Text: store.bind(4, std::string_view(stored.text)); break;
@@ -172,8 +194,16 @@ std::optional<FMX_Data> Database::read(std::string_view table, std::string_view 
     checkName(field, "field");
     Connection* c = connectionForReading();
     if (!c) return std::nullopt;
+    return read(table, field, currentRecordOn(*c, table));
+}
+
+std::optional<FMX_Data> Database::read(std::string_view table, std::string_view field, int64_t record) const {
+    checkName(table, "table");
+    checkName(field, "field");
+    Connection* c = connectionForReading();
+    if (!c) return std::nullopt;
     Query row(*c, kReadSql);
-    if (!row.bind(1, table).bind(2, field).bind(3, kCurrentRecord).step()) return std::nullopt;
+    if (!row.bind(1, table).bind(2, field).bind(3, record).step()) return std::nullopt;
     return valueFromColumns(row, storedKind(row.text(0), name_), table, field, name_);
 }
 
@@ -187,8 +217,9 @@ void Database::write(std::string_view table, std::string_view field, const FMX_D
     auto row = findField(c, tableId, field);
     if (!row) row = addField(c, tableId, field, kindForValue(value));
     const StoredValue stored = storedFormOf(value, row->kind, table, field);
-    Query(c, kAddRecordSql).bind(1, tableId).bind(2, kCurrentRecord).run();
-    storeValue(c, row->id, stored);
+    const int64_t record = currentRecordOn(c, table);
+    Query(c, kAddRecordSql).bind(1, tableId).bind(2, record).run();
+    storeValue(c, row->id, record, stored);
     transaction.commit();
 }
 
@@ -224,5 +255,109 @@ std::vector<FieldInfo> Database::fields() const {
             {std::string(list.text(0)), std::string(list.text(1)), storedKind(list.text(2), name_)});
     return out;
 }
+
+std::vector<int64_t> Database::records(std::string_view table) const {
+    checkName(table, "table");
+    std::vector<int64_t> out;
+    Connection* c = connectionForReading();
+    if (!c) return out;
+    Query list(*c, kListRecordsSql);
+    list.bind(1, table);
+    while (list.step()) out.push_back(list.integer(0));
+    return out;
+}
+
+bool Database::hasCurrentRecordsOn(Connection& c) const {
+    if (knownToHaveCurrentRecords_) return true;
+    const bool has = hasCurrentRecords(c);
+    // Inside a transaction the table may be our own uncommitted addition, which a rollback undoes.
+    if (has && sqlite3_get_autocommit(c.handle())) knownToHaveCurrentRecords_ = true;
+    return has;
+}
+
+int64_t Database::currentRecordOn(Connection& c, std::string_view table) const {
+    if (auto focused = focusedRecord(table)) return *focused;
+    if (!hasCurrentRecordsOn(c)) return kFirstRecord;
+    Query current(c, kCurrentRecordSql);
+    return current.bind(1, table).step() ? current.integer(0) : kFirstRecord;
+}
+
+int64_t Database::currentRecord(std::string_view table) const {
+    checkName(table, "table");
+    if (auto focused = focusedRecord(table)) return *focused;
+    Connection* c = connectionForReading();
+    return c ? currentRecordOn(*c, table) : kFirstRecord;
+}
+
+void Database::makeCurrent(Connection& c, int64_t tableId, std::string_view table, int64_t record) {
+    if (!hasCurrentRecordsOn(c)) addCurrentRecords(c);
+    Query(c, kSetCurrentRecordSql).bind(1, tableId).bind(2, record).run();
+    if (focusedRecord(table)) setFocus(table, record);
+}
+
+int64_t Database::newRecord(std::string_view table) {
+    checkName(table, "table");
+    Connection& c = connectionForWriting(nullptr, table, {});
+    lockForStatement(c);
+    Transaction transaction(c);
+    const int64_t tableId = ensureTable(c, table);
+    Query last(c, kLastRecordSql);
+    last.bind(1, tableId).step();
+    const int64_t record = last.columnType(0) == SQLITE_NULL ? kFirstRecord : last.integer(0) + 1;
+    Query(c, kAddRecordSql).bind(1, tableId).bind(2, record).run();
+    const std::optional<int64_t> focusBefore = focusedRecord(table);
+    makeCurrent(c, tableId, table, record);
+    try {
+        transaction.commit();
+    } catch (...) {
+        setFocus(table, focusBefore);
+        throw;
+    }
+    return record;
+}
+
+void Database::goToRecord(std::string_view table, int64_t record) {
+    checkName(table, "table");
+    Connection* c = connectionForReading();
+    if (!c) throw noSuchRecord(table, record);
+    lockForStatement(*c);
+    Transaction transaction(*c);
+    const auto tableId = findTable(*c, table);
+    if (!tableId || !hasRecord(*c, *tableId, record)) throw noSuchRecord(table, record);
+    const std::optional<int64_t> focusBefore = focusedRecord(table);
+    makeCurrent(*c, *tableId, table, record);
+    try {
+        transaction.commit();
+    } catch (...) {
+        setFocus(table, focusBefore);
+        throw;
+    }
+}
+
+std::optional<int64_t> Database::focusedRecord(std::string_view table) const {
+    for (const auto& [name, record] : focus_)
+        if (sameName(name, table)) return record;
+    return std::nullopt;
+}
+
+void Database::setFocus(std::string_view table, std::optional<int64_t> record) {
+    for (auto& [name, focused] : focus_)
+        if (sameName(name, table)) {
+            focused = record;
+            return;
+        }
+    focus_.emplace_back(std::string(table), record);
+}
+
+Database::RecordFocus::RecordFocus(Database& database, std::string_view table, int64_t record)
+    : database_(database), table_(table), previous_(database.focusedRecord(table)) {
+    checkName(table, "table");
+    Connection* c = database_.connectionForReading();
+    const auto tableId = c ? findTable(*c, table) : std::nullopt;
+    if (!tableId || !hasRecord(*c, *tableId, record)) throw noSuchRecord(table, record);
+    database_.setFocus(table_, record);
+}
+
+Database::RecordFocus::~RecordFocus() { database_.setFocus(table_, previous_); }
 
 }  // namespace vdhost::db

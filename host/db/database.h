@@ -1,6 +1,8 @@
-// A database: one SQLite file holding tables of fields, each table with one current record for
-// now. Tables and fields are made on demand; the file itself only on the first write. Several
-// Database objects, in one process or in several, can share a file.
+// A database: one SQLite file holding tables of fields and records. Each table has a current record,
+// which reads and writes of its fields go to; it is kept in the file, so it stays current for later
+// commands and other processes until another record is made or chosen. Tables and fields are made
+// on demand; the file itself only on the first write. Several Database objects, in one process or
+// in several, can share a file.
 //
 // A Database is not safe to use from two threads at once.
 #pragma once
@@ -48,8 +50,43 @@ public:
     // holds data is refused with a DatabaseError.
     void define(std::string_view table, std::string_view field, FieldKind kind);
 
+    // The field's value in the given record; nullopt when there is no such field. A record the
+    // table does not have reads as empty.
+    std::optional<FMX_Data> read(std::string_view table, std::string_view field, int64_t record) const;
+
     // Every field, in the order the fields were made.
     std::vector<FieldInfo> fields() const;
+
+    // The table's records, by id in the order they were made.
+    std::vector<int64_t> records(std::string_view table) const;
+
+    // The record reads and writes of the table go to: the focused one (see RecordFocus), else the
+    // one last made or chosen, else the first.
+    int64_t currentRecord(std::string_view table) const;
+
+    // Makes a record (making the file and table as needed) and makes it current; answers its id,
+    // one past the table's last.
+    int64_t newRecord(std::string_view table);
+
+    // Makes a record of the table current; a DatabaseError, changing nothing, when there is none
+    // with that id.
+    void goToRecord(std::string_view table, int64_t record);
+
+    // For its lifetime, this Database's reads and writes of the table go to the record, whatever
+    // is current in the file, which is left as it is; a record made or chosen meanwhile moves the
+    // focus with it. Throws DatabaseError when the table has no such record. Nests.
+    class RecordFocus {
+    public:
+        RecordFocus(Database& database, std::string_view table, int64_t record);
+        ~RecordFocus();
+        RecordFocus(const RecordFocus&) = delete;
+        RecordFocus& operator=(const RecordFocus&) = delete;
+
+    private:
+        Database& database_;
+        std::string table_;
+        std::optional<int64_t> previous_;
+    };
 
     // Makes a statement's reads and writes one write transaction, so that what it read cannot
     // change before it stores (two processes adding 1 to a field add 2). The write lock is taken,
@@ -75,6 +112,12 @@ private:
     void lockForStatement(Connection& c) const;
 
     Connection* connection() const;  // nullptr while there is no file
+    int64_t currentRecordOn(Connection& c, std::string_view table) const;
+    bool hasCurrentRecordsOn(Connection& c) const;
+    std::optional<int64_t> focusedRecord(std::string_view table) const;
+    void setFocus(std::string_view table, std::optional<int64_t> record);
+    // Records record as current in the file and in any focus on the table. In a transaction.
+    void makeCurrent(Connection& c, int64_t tableId, std::string_view table, int64_t record);
     Connection& connectionForWriting(const FMX_Data* firstValue, std::string_view table,
                                      std::string_view field);
 
@@ -84,6 +127,8 @@ private:
     mutable std::unique_ptr<Connection> connection_;
     bool inStatement_ = false;
     mutable std::unique_ptr<Transaction> statementTransaction_;  // once the statement's lock is held
+    mutable bool knownToHaveCurrentRecords_ = false;  // once seen, the table stays
+    std::vector<std::pair<std::string, std::optional<int64_t>>> focus_;  // by table; nullopt: none
 };
 
 }  // namespace vdhost::db

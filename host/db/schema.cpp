@@ -31,6 +31,13 @@ CREATE TABLE vd_values (
     PRIMARY KEY (field_id, record_id));
 )sql";
 
+// Kept apart from kSchemaSql: it is also what turns a version 1 file into a version 2 one.
+constexpr const char* kCurrentRecordsSql = R"sql(
+CREATE TABLE IF NOT EXISTS vd_current_records (
+    table_id INTEGER PRIMARY KEY REFERENCES vd_tables (id),
+    record_id INTEGER NOT NULL);
+)sql";
+
 // The first column of the first row a statement yields, or SQLite's message when it cannot run.
 struct Answer {
     std::optional<std::string> text;  // nullopt: no row, or NULL
@@ -61,6 +68,7 @@ void createSchema(Connection& connection) {
     const std::string applicationId = "PRAGMA application_id = " + std::to_string(kApplicationId);
     connection.exec(applicationId.c_str(), "Cannot create");
     connection.exec(kSchemaSql, "Cannot create");
+    connection.exec(kCurrentRecordsSql, "Cannot create");
     auto insert = connection.prepare("INSERT INTO vd_meta (key, value) VALUES (?1, ?2)");
     Query(connection, insert.get())
         .bind(1, std::string_view("format"))
@@ -68,6 +76,18 @@ void createSchema(Connection& connection) {
         .run();
     Query(connection, insert.get()).bind(1, std::string_view("version")).bind(2, kFormatVersion).run();
     transaction.commit();
+}
+
+bool hasCurrentRecords(Connection& connection) {
+    Query find(connection, "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = 'vd_current_records'");
+    return find.step();
+}
+
+void addCurrentRecords(Connection& connection) {
+    connection.exec(kCurrentRecordsSql);
+    Query(connection, "UPDATE vd_meta SET value = ?1 WHERE key = 'version' AND value < ?1")
+        .bind(1, kFirstCurrentRecordsVersion)
+        .run();
 }
 
 std::optional<std::string> whyNotOurs(Connection& connection) {

@@ -19,7 +19,7 @@ std::string_view trimmed(std::string_view s) {
 
 }  // namespace
 
-const CalculationOutcome& CalculationBox::run(const std::string& statement) {
+const CalculationOutcome& CalculationBox::run(const std::string& statement, const std::optional<RecordAt>& on) {
     CalculationOutcome outcome;
     outcome.id = nextId_++;
     outcome.calculation = statement;
@@ -28,6 +28,8 @@ const CalculationOutcome& CalculationBox::run(const std::string& statement) {
     for (char c : statement)
         if (c != '\r') text += c;
     try {
+        std::optional<db::Database::RecordFocus> focus;
+        if (on) focus.emplace(session_.database(), on->table, on->record);
         size_t assign = text.find(":=");
         std::string target = assign == std::string::npos ? "" : std::string(trimmed(std::string_view(text).substr(0, assign)));
         std::u16string body = utf8ToUtf16(assign == std::string::npos ? text : text.substr(assign + 2));

@@ -21,12 +21,20 @@ struct CalculationOutcome {
     std::string error;              // when it failed
 };
 
+// A record a statement acts on: reads and stores of its table's fields go to it.
+struct RecordAt {
+    std::string table;
+    int64_t record = 0;
+};
+
 class CalculationBox {
 public:
     explicit CalculationBox(Session& session) : session_(session) {}
 
     // Runs the statement and keeps its outcome (the last few are kept, for their pages and media).
-    const CalculationOutcome& run(const std::string& statement);
+    // With on, the statement acts on that record (which stays what it was in the file otherwise:
+    // the table's current record does not change); a record that is not there is the outcome's error.
+    const CalculationOutcome& run(const std::string& statement, const std::optional<RecordAt>& on = std::nullopt);
     const CalculationOutcome* find(int id) const;
 
 private:

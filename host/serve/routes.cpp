@@ -35,13 +35,22 @@ std::string addressWithout(const httplib::Request& req, const std::string& dropp
     return url;
 }
 
+// The record a request names with rec=N: nullopt when it names none, 0 when what it names cannot be
+// a record id (no record has it).
+std::optional<int64_t> recordParam(const httplib::Request& req) {
+    auto text = param(req, "rec");
+    if (!text) return std::nullopt;
+    if (text->empty() || text->size() > 15 || text->find_first_not_of("0123456789") != std::string::npos) return 0;
+    return std::stoll(*text);
+}
+
 void fail(httplib::Response& res, int status, const std::string& message) {
     res.status = status;
     res.set_content(message + "\n", "text/plain; charset=utf-8");
 }
 
 void servePage(httplib::Response& res, std::optional<std::string> html) {
-    if (!html) return fail(res, 404, "There is no such table.");
+    if (!html) return fail(res, 404, "There is no such table or record.");
     res.set_header("Cache-Control", "no-store");
     res.set_content(std::move(*html), "text/html; charset=utf-8");
 }
@@ -88,9 +97,10 @@ public:
         }); });
         server.Get("/record", [this](const auto& req, auto& res) { pageRoute(req, res, [&](const CalculationOutcome* o) {
             std::string t = param(req, "t").value_or("");
-            return p_.pages.record(t, o, addressWithout(req, "result"));
+            return p_.pages.record(t, recordParam(req), o, addressWithout(req, "result"));
         }); });
         server.Get("/media/picture", [this](const auto& req, auto& res) { picture(req, res); });
+        server.Get("/media/preview", [this](const auto& req, auto& res) { preview(req, res); });
         server.Get("/media/waveform", [this](const auto& req, auto& res) { waveform(req, res); });
         server.Get("/media/sound.wav", [this](const auto& req, auto& res) { soundFile(req, res); });
         server.Get("/media/stream", [this](const auto& req, auto& res) { stream(req, res); });
@@ -133,8 +143,11 @@ private:
             return std::nullopt;
         }
         auto table = param(req, "t"), field = param(req, "f");
-        if (table && field)
-            if (auto value = p_.session.field(*table, *field); value && isContainer(*value)) return value;
+        auto record = recordParam(req);
+        if (table && field && !table->empty() && !field->empty()) {
+            auto value = record ? p_.session.database().read(*table, *field, *record) : p_.session.field(*table, *field);
+            if (value && isContainer(*value)) return value;
+        }
         fail(res, 404, "There is no such container field.");
         return std::nullopt;
     }
@@ -147,6 +160,22 @@ private:
             if (!slice && hasOtherPicture(value->binary)) slice = p_.media.picture(*value).picture;
             if (!slice) return fail(res, 404, "The container holds no picture that can be shown.");
             serveSlice(res, std::move(*slice));
+        });
+    }
+
+    void preview(const httplib::Request& req, httplib::Response& res) {
+        onSession(res, [&] {
+            auto record = recordParam(req);
+            if (!record) return fail(res, 400, "A preview needs the record (rec=N).");
+            auto value = valueAt(req, res);
+            if (!value) return;
+            auto picture = browserPicture(value->binary);
+            if (!picture) return fail(res, 404, "The container holds no picture that can be shown.");
+            PreviewKey key{param(req, "t").value_or(""), *record, param(req, "f").value_or(""),
+                           containerFingerprint(value->binary)};
+            serveSlice(res, p_.previews.preview(key, *picture));
+            // The address carries the value's version: another value is another address.
+            res.set_header("Cache-Control", "private, max-age=86400");
         });
     }
 
@@ -206,8 +235,11 @@ private:
         auto statement = param(req, "calculation");
         if (!statement || statement->find_first_not_of(" \t\r\n") == std::string::npos)
             return res.set_redirect(back, 303);
+        std::optional<RecordAt> on;
+        if (auto table = param(req, "t"), record = param(req, "rec"); table && record)
+            on = RecordAt{*table, recordParam(req).value_or(0)};
         onSession(res, [&] {
-            int id = p_.box->run(*statement).id;
+            int id = p_.box->run(*statement, on).id;
             // After the POST the browser shows an ordinary page, so reloading it runs nothing again.
             res.set_redirect(back + (back.find('?') == std::string::npos ? "?" : "&") + "result=" + std::to_string(id) +
                                  "#result",

@@ -2,19 +2,23 @@
 //
 //   GET  /                       the tables
 //   GET  /table?t=T              a table's records
-//   GET  /record?t=T             a record
+//   GET  /record?t=T&rec=N       a record (without rec: the table's current record)
 //   GET  /media/picture?ADDR     a container's picture, as stored or converted by the plug-in
+//   GET  /media/preview?ADDR     a small picture of it for a table's cell (v= tells versions apart)
 //   GET  /media/waveform?ADDR    a sound's waveform
 //   GET  /media/sound.wav?ADDR   a sound as WAV (Range requests work)
 //   GET  /media/stream?ADDR&i=N  one stream's bytes, as a download
-//   POST /calc                   the calculation box (only with calculations allowed)
+//   POST /calc                   the calculation box (only with calculations allowed); with t and
+//                                rec, it acts on that record
 //
-// ADDR is t=TABLE&f=FIELD for a field, r=ID for a calculation's result.
+// ADDR is t=TABLE&f=FIELD for a field of the current record, with &rec=N for a field of record N,
+// or r=ID for a calculation's result.
 #pragma once
 
 #include "access_guard.h"
 #include "calculation.h"
 #include "pages.h"
+#include "picture_previews.h"
 #include "plugin_media.h"
 #include "session_worker.h"
 
@@ -28,6 +32,7 @@ struct ServerParts {
     Session& session;
     SessionWorker& worker;
     PluginMedia& media;
+    PicturePreviews& previews;
     CalculationBox* box;  // nullptr: calculations are not allowed
     Pages& pages;
 };

@@ -19,6 +19,7 @@ constexpr size_t kLargestRequestBody = 1 << 20;  // a calculation typed into a b
 void runServer(Session& session, const ServeOptions& options, std::ostream& out) {
     TemporaryFolder folder;
     PluginMedia media(session, folder.path());
+    PicturePreviews previews(folder.path());
     media.prepare();  // before the server's threads start: see its comment
 
     std::optional<CalculationBox> box;
@@ -37,7 +38,7 @@ void runServer(Session& session, const ServeOptions& options, std::ostream& out)
     }
     AccessGuard guard(newAccessToken(), port);
     installGuard(server, guard);
-    auto routes = installRoutes(server, ServerParts{session, worker, media, box ? &*box : nullptr, pages});
+    auto routes = installRoutes(server, ServerParts{session, worker, media, previews, box ? &*box : nullptr, pages});
 
     out << "vdhost serve: open http://127.0.0.1:" << port << "/?token=" << guard.token() << "\n"
         << "vdhost serve: " << (options.allowCalculations ? "calculations allowed" : "read-only")

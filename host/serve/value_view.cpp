@@ -3,6 +3,9 @@
 #include "api/values.h"
 #include "html.h"
 
+#include <cstdio>
+#include <functional>
+
 namespace vdhost::serve {
 
 namespace {
@@ -34,6 +37,12 @@ std::string problemNote(const std::string& what, const std::string& problem) {
     return "<p class=\"note\">" + escapeHtml(what) + (problem.empty() ? "" : ": " + escapeHtml(problem)) + "</p>";
 }
 
+std::string previewVersion(const FMX_BinaryData& binary) {
+    char hex[17];
+    std::snprintf(hex, sizeof hex, "%016zx", std::hash<std::string>{}(containerFingerprint(binary)));
+    return hex;
+}
+
 std::string pictureTag(const ValueAddress& address, const char* route, const char* description) {
     return "<img src=\"" + link(route, address) + "\" alt=\"" + description + "\" loading=\"lazy\">";
 }
@@ -50,7 +59,12 @@ std::string containerView(const FMX_Data& value, const ValueAddress& address, Pl
     std::string out;
     bool shown = false;  // a picture, a player or a named file: the content itself is on the page
     if (browserPicture(binary)) {
-        out += pictureTag(address, "/media/picture", "picture");
+        // A cell shows the small preview; its address carries the value's fingerprint, so a browser
+        // may keep it for as long as the value stays.
+        if (size == ViewSize::Cell)
+            out += pictureTag(with(address, "v", previewVersion(binary)), "/media/preview", "picture");
+        else
+            out += pictureTag(address, "/media/picture", "picture");
         shown = true;
     } else if (hasOtherPicture(binary)) {
         const PictureMedia& converted = media.picture(value);

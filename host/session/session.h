@@ -57,6 +57,9 @@ public:
     std::u16string filePath() override;
     calc::Variables& globals() override { return globals_; }
     const FMX_ExprEnv* exprEnv() override { return &exprEnv_; }
+    int64_t newRecord(std::string_view table) override { return database_.newRecord(table); }
+    void goToRecord(std::string_view table, int64_t record) override { database_.goToRecord(table, record); }
+    int64_t currentRecord(std::string_view table) override { return database_.currentRecord(table); }
 
 private:
     SessionOptions options_;

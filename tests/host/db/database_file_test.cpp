@@ -131,14 +131,14 @@ TEST_F(DatabaseFile, FilesThatAreNotOursAreRefusedAndLeftUntouched) {
     makeSqliteFile(file("foreign.db"), "CREATE TABLE people(name TEXT); INSERT INTO people VALUES ('Ann');");
     // Even one in WAL mode, whose readers would normally make side files.
     makeSqliteFile(file("wal.db"), "PRAGMA journal_mode=WAL; CREATE TABLE t(a); INSERT INTO t VALUES (1);");
-    patchMeta(file("newer.vddb"), "UPDATE vd_meta SET value = 2 WHERE key = 'version'");
+    patchMeta(file("newer.vddb"), "UPDATE vd_meta SET value = 3 WHERE key = 'version'");
     patchMeta(file("other.vddb"), "UPDATE vd_meta SET value = 'ledger' WHERE key = 'format'");
     const std::pair<const char*, const char*> cases[] = {
         {"notes.vddb", "file is not a database"},
         {"empty.vddb", "empty"},
         {"foreign.db", "SQLite database without vdhost metadata"},
         {"wal.db", "without vdhost metadata"},
-        {"newer.vddb", "newer vdhost (database format version 2; this vdhost reads version 1)"},
+        {"newer.vddb", "newer vdhost (database format version 3; this vdhost reads version 2)"},
         {"other.vddb", "its format is \"ledger\""},
     };
     for (const auto& [name, reason] : cases) {

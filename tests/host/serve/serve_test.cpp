@@ -82,7 +82,7 @@ TEST_F(Serve, WithoutThePlugInTheStreamsAreOfferedForDownload) {
     std::string record = server.client().Get("/record?t=People")->body;
     EXPECT_THAT(record, Not(HasSubstr("<audio")));
     EXPECT_THAT(record, HasSubstr("snd </a> 64.6 KB"));
-    EXPECT_THAT(record, HasSubstr("/media/stream?t=People&amp;f=Tone&amp;i=0"));
+    EXPECT_THAT(record, HasSubstr("/media/stream?t=People&amp;f=Tone&amp;rec=1&amp;i=0"));
     EXPECT_EQ(server.client().Get("/media/sound.wav?t=People&f=Tone")->status, 404);
 }
 
@@ -136,10 +136,10 @@ TEST_F(ServeInBrowser, TablePageShowsThePictureTheSoundAndACalculationsResult) {
     EXPECT_THAT(dom, HasSubstr("Stored into People::Name"));
     std::smatch m;
     EXPECT_TRUE(std::regex_search(dom, std::regex("<td><pre>Grace 42</pre></td>"))) << dom;
-    EXPECT_TRUE(std::regex_search(dom, m, std::regex(R"x(src="/media/picture\?t=People&amp;f=Photo"[^>]*data-natural="(\d+x\d+)")x")));
+    EXPECT_TRUE(std::regex_search(dom, m, std::regex(R"x(src="/media/preview\?t=People&amp;f=Photo&amp;rec=1&amp;v=[0-9a-f]+"[^>]*data-natural="(\d+x\d+)")x")));
     EXPECT_EQ(m[1], std::to_string(kPhotoWidth) + "x" + std::to_string(kPhotoHeight));
     // The waveform is drawn one pixel narrower and lower than asked.
-    EXPECT_TRUE(std::regex_search(dom, m, std::regex(R"x(src="/media/waveform\?t=People&amp;f=Tone"[^>]*data-natural="(\d+x\d+)")x")));
+    EXPECT_TRUE(std::regex_search(dom, m, std::regex(R"x(src="/media/waveform\?t=People&amp;f=Tone&amp;rec=1"[^>]*data-natural="(\d+x\d+)")x")));
     EXPECT_EQ(m[1], "599x139");
     ASSERT_TRUE(std::regex_search(dom, m, std::regex(R"x(data-duration="([0-9.]+)")x"))) << dom;
     EXPECT_NEAR(std::stod(m[1]), kToneSeconds, 0.01);
