@@ -79,15 +79,8 @@ fmapi::Outcome ApplyEffect(const FMX_Data* first, std::string_view description, 
                                                RecipeOf(settings), drawn))
         return fmapi::Outcome::Failure(s, WithDetail(kDrawingFailed));
 
-    container::Bytes vdImage;
-    if (util::Status s = MakeVdImage(drawn, vdImage)) return fmapi::Outcome::Failure(s, kConversionFailed);
-    drawn = platform::GraphicsImporter();
     fmapi::OwnedBinaryData binary(fmapi::NewBinaryData());
-    if (FMX_ErrCode e = container::AddTypedStream(binary.get(), container::kVdImageStream, uint32_t(vdImage.size()),
-                                                  vdImage.data()))
-        return fmapi::Outcome::Failure(e, kConversionFailed);
-    vdImage = {};
-    if (auto failure = AddVdPreview(binary.get())) return std::move(*failure);
+    if (auto failure = AddVdImage(binary.get(), drawn, kConversionFailed)) return std::move(*failure);
     fmapi::OwnedData result(fmapi::NewData());
     if (FMX_ErrCode e = SetResultBinary(result.get(), binary.get())) return fmapi::Outcome::Failure(e);
     return fmapi::Outcome::Data(std::move(result));

@@ -66,18 +66,6 @@ util::Status ExportPict(const platform::GraphicsImporter& importer, container::B
 
 }  // namespace
 
-util::Status MakeVdImage(const platform::GraphicsImporter& importer, container::Bytes& vdImage) {
-    container::Bytes picture;
-    if (util::Status s = ExportPict(importer, picture)) return s;
-    // The file header goes; the type code takes its place.
-    std::copy(picture.begin() + kPictHeaderSize, picture.end(), picture.begin() + 4);
-    picture.resize(picture.size() - (kPictHeaderSize - 4));
-    const uint8_t code[4] = {'P', 'I', 'C', 'T'};
-    std::copy(code, code + 4, picture.begin());
-    vdImage = std::move(picture);
-    return util::kNoError;
-}
-
 std::optional<fmapi::Outcome> AddVdPreview(FMX_BinaryData* binary) {
     // The picture is read back from the very data it will stand beside, as any reader of it would.
     fmapi::OwnedData holder(fmapi::NewData());

@@ -18,10 +18,6 @@ namespace vd::image {
 // of the picture, a frame inset by a sixteenth, and corner brackets inside it.
 std::vector<platform::ClipRect> PreviewMarkRegion(int32_t width, int32_t height);
 
-// The importer's picture as the bytes of a "VDIM" stream: "PICT" and the picture without its
-// 512-byte file header. The export's status on failure.
-util::Status MakeVdImage(const platform::GraphicsImporter& importer, container::Bytes& vdImage);
-
 // To binary data that holds an image stream: a "SIZE" stream and, unless the preview quality is
 // -1, a "JPEG" preview at that quality (clipped to the preview mark when it is on). The failure
 // with its message otherwise.
@@ -29,8 +25,9 @@ std::optional<fmapi::Outcome> AddVdPreview(FMX_BinaryData* binary);
 // The same for binary data whose image stream the importer has open.
 std::optional<fmapi::Outcome> AddVdPreview(FMX_BinaryData* binary, const platform::GraphicsImporter& picture);
 
-// The importer's picture (as it draws it) to binary data as a VD image: the "VDIM" stream and its
-// size and preview, the preview made from the very picture stored. failedMessage goes with a
+// The importer's picture (as it draws it) to binary data as a VD image: a "VDIM" stream ("PICT"
+// and the picture without its 512-byte file header) and its size and preview, the preview made
+// from the very picture stored. failedMessage goes with a
 // failure to make the picture.
 std::optional<fmapi::Outcome> AddVdImage(FMX_BinaryData* binary, const platform::GraphicsImporter& importer,
                                          const char* failedMessage);

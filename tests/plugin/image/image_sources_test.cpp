@@ -37,12 +37,9 @@ TEST_F(ImageSourcesTest, WebImagesAreFetchedWithinTheirLimits) {
 
 TEST_F(ImageSourcesTest, AVdImageIsALosslessPictWithoutItsFileHeader) {
     const Picture source = MakePicture(33, 21, [](int x, int y) { return Rgb{uint8_t(x * 7), uint8_t(255 - y), uint8_t(x ^ y)}; });
-    const std::string bmp = BmpOf(source);
-    vd::platform::GraphicsImporter importer;
-    ASSERT_EQ(importer.OpenBytes(std::vector<uint8_t>(bmp.begin(), bmp.end()), vdhost::fourCharCode("BMPf")), 0);
-    vd::container::Bytes vdImage;
-    ASSERT_EQ(vd::image::MakeVdImage(importer, vdImage), 0);
-    const std::string bytes(vdImage.begin(), vdImage.end());
+    const FMX_Data applied = Eval(u"Let ( c = Vandrel_TClear ; Vandrel_TApply ( $a ) )", {ContainerWith("BMPf", BmpOf(source))});
+    ASSERT_EQ(StreamTypes(applied), "VDIM|SIZE|JPEG");
+    const std::string bytes = StreamOf(applied, "VDIM");
     EXPECT_EQ(bytes.substr(0, 4), "PICT");
     EXPECT_EQ(bytes.substr(4 + 6, 4), std::string("\x00\x15\x00\x21", 4));  // the picture's frame: 21 high, 33 wide
 
