@@ -83,7 +83,7 @@ std::vector<MountEntry> ParseMountInfo(std::string_view text) {
     return entries;
 }
 
-std::vector<MountEntry> ReadMountTable() {
+std::string ReadMountInfoText() {
     std::ifstream in("/proc/self/mountinfo", std::ios::binary);
     if (!in) return {};
     std::string text;
@@ -92,7 +92,9 @@ std::vector<MountEntry> ReadMountTable() {
         text.append(buffer, static_cast<size_t>(in.gcount()));
         if (text.size() > kMaxMountInfoBytes) return {};
     }
-    return ParseMountInfo(text);
+    return text;
 }
+
+std::vector<MountEntry> ReadMountTable() { return ParseMountInfo(ReadMountInfoText()); }
 
 }  // namespace vd::platform::fs

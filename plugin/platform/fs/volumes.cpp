@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <mutex>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,6 +12,8 @@
 namespace vd::platform::fs {
 
 namespace {
+
+constexpr const char* kDiskLabelFolder = "/dev/disk/by-label";
 
 // File systems that the kernel, the init system or a desktop session mounts for its own use.
 // Listing them as volumes would bury the user's disks under dozens of "cgroup" and "shm" entries.
@@ -85,8 +89,35 @@ std::vector<Volume> BuildVolumes(const std::vector<MountEntry>& mounts, const st
     return volumes;
 }
 
-std::vector<Volume> MountedVolumes() {
-    std::vector<MountEntry> mounts = ReadMountTable();
+namespace {
+
+// What the volumes are built from besides the mount table: udev adds and removes the links of
+// /dev/disk/by-label as labels come and go, which moves the folder's times.
+struct LabelFolderState {
+    bool present = false;
+    ino_t inode = 0;
+    timespec modified{}, changed{};
+
+    static LabelFolderState Now() {
+        LabelFolderState state;
+        struct stat info {};
+        if (::stat(kDiskLabelFolder, &info) != 0) return state;
+        state.present = true;
+        state.inode = info.st_ino;
+        state.modified = info.st_mtim;
+        state.changed = info.st_ctim;
+        return state;
+    }
+
+    bool operator==(const LabelFolderState& other) const {
+        const auto same = [](const timespec& a, const timespec& b) { return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec; };
+        return present == other.present && inode == other.inode && same(modified, other.modified) &&
+               same(changed, other.changed);
+    }
+};
+
+std::vector<Volume> BuildMountedVolumes(const std::string& mountInfo) {
+    std::vector<MountEntry> mounts = ParseMountInfo(mountInfo);
     // Only the cached type is asked for, and automounts are not triggered: a plain stat of the mount
     // point of an NFS server that has gone away would block every path lookup until it came back.
     std::erase_if(mounts, [](const MountEntry& mount) {
@@ -94,7 +125,28 @@ std::vector<Volume> MountedVolumes() {
         const int flags = AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
         return statx(AT_FDCWD, mount.mountPoint.c_str(), flags, STATX_TYPE, &info) == 0 && !S_ISDIR(info.stx_mode);
     });
-    return BuildVolumes(mounts, ReadDiskLabels());
+    return BuildVolumes(mounts, ReadDiskLabels(kDiskLabelFolder));
+}
+
+}  // namespace
+
+// Paths are resolved for every file argument, and asking after every mount point and label costs
+// far more than the call itself; the volumes are built again only when the mount table's text or
+// the label folder has changed since the last time.
+std::vector<Volume> MountedVolumes() {
+    static std::mutex guard;
+    static std::string lastMountInfo;
+    static LabelFolderState lastLabels;
+    static std::vector<Volume> volumes;
+    std::string mountInfo = ReadMountInfoText();
+    const LabelFolderState labels = LabelFolderState::Now();
+    const std::lock_guard<std::mutex> lock(guard);
+    if (volumes.empty() || mountInfo != lastMountInfo || !(labels == lastLabels)) {
+        volumes = BuildMountedVolumes(mountInfo);
+        lastMountInfo = std::move(mountInfo);
+        lastLabels = labels;
+    }
+    return volumes;
 }
 
 const Volume* FindVolume(const std::vector<Volume>& volumes, std::string_view name) {
