@@ -93,17 +93,18 @@ bool IsImageKey(std::string_view key) {
     return StartsWith(key, "Exif.") || StartsWith(key, "Iptc.") || StartsWith(key, "Xmp.");
 }
 
-bool IsImageFile(const std::string& path) {
+bool ReadImageTags(const std::string& path, const Sink& sink) {
     Quiet();
+    // One look at the file tells its kind and opens it: asking the kind first and opening after
+    // read the file's start twice more for every picture.
+    Exiv2::Image::AutoPtr image;
     try {
-        return Exiv2::ImageFactory::getType(path) != Exiv2::ImageType::none;
+        image = Exiv2::ImageFactory::open(Exiv2::BasicIo::AutoPtr(new Exiv2::FileIo(path)));
     } catch (const Exiv2::AnyError&) {
         return false;
     }
-}
-
-void ReadImageTags(const std::string& path, const Sink& sink) {
-    Exiv2::Image::AutoPtr image = Open(path);
+    if (!image.get()) return false;
+    image->readMetadata();
     std::string interpreted, raw;
     const Exiv2::ExifData& exif = image->exifData();
     for (const Exiv2::Exifdatum& datum : exif) {
@@ -118,6 +119,7 @@ void ReadImageTags(const std::string& path, const Sink& sink) {
         Values(datum, nullptr, interpreted, raw);
         sink("XMP", datum.key(), XmpLabel(datum), interpreted, raw);
     }
+    return true;
 }
 
 void WriteImageTags(const std::string& path, const std::vector<Assignment>& assignments) {

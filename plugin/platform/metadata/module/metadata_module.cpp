@@ -60,8 +60,7 @@ __attribute__((visibility("default"))) int vd_metadata_read(const char* path, Vd
     return Guarded(problem, problemSize, [&] {
         RequireFile(path);
         const vd::metadata_module::Sink to{sink, context};
-        if (vd::metadata_module::IsImageFile(path)) vd::metadata_module::ReadImageTags(path, to);
-        else vd::metadata_module::ReadSoundTags(path, to);
+        if (!vd::metadata_module::ReadImageTags(path, to)) vd::metadata_module::ReadSoundTags(path, to);
     });
 }
 
