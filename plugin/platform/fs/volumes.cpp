@@ -1,9 +1,10 @@
 #include "platform/fs/volumes.h"
 
+#include "platform/fs/mount_watch.h"
+
 #include <algorithm>
 #include <array>
 #include <mutex>
-#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -91,33 +92,8 @@ std::vector<Volume> BuildVolumes(const std::vector<MountEntry>& mounts, const st
 
 namespace {
 
-// What the volumes are built from besides the mount table: udev adds and removes the links of
-// /dev/disk/by-label as labels come and go, which moves the folder's times.
-struct LabelFolderState {
-    bool present = false;
-    ino_t inode = 0;
-    timespec modified{}, changed{};
-
-    static LabelFolderState Now() {
-        LabelFolderState state;
-        struct stat info {};
-        if (::stat(kDiskLabelFolder, &info) != 0) return state;
-        state.present = true;
-        state.inode = info.st_ino;
-        state.modified = info.st_mtim;
-        state.changed = info.st_ctim;
-        return state;
-    }
-
-    bool operator==(const LabelFolderState& other) const {
-        const auto same = [](const timespec& a, const timespec& b) { return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec; };
-        return present == other.present && inode == other.inode && same(modified, other.modified) &&
-               same(changed, other.changed);
-    }
-};
-
-std::vector<Volume> BuildMountedVolumes(const std::string& mountInfo) {
-    std::vector<MountEntry> mounts = ParseMountInfo(mountInfo);
+std::vector<Volume> ReadVolumes() {
+    std::vector<MountEntry> mounts = ReadMountTable();
     // Only the cached type is asked for, and automounts are not triggered: a plain stat of the mount
     // point of an NFS server that has gone away would block every path lookup until it came back.
     std::erase_if(mounts, [](const MountEntry& mount) {
@@ -128,24 +104,24 @@ std::vector<Volume> BuildMountedVolumes(const std::string& mountInfo) {
     return BuildVolumes(mounts, ReadDiskLabels(kDiskLabelFolder));
 }
 
+// Never destroyed: paths may be resolved while other static objects are torn down at exit.
+MountWatch& Watch() {
+    static MountWatch* const watch = new MountWatch(kDiskLabelFolder);
+    return *watch;
+}
+
+// Made when the plug-in loads (see MountWatch).
+[[maybe_unused]] const bool kWatchOpened = (Watch(), true);
+
 }  // namespace
 
-// Paths are resolved for every file argument, and asking after every mount point and label costs
-// far more than the call itself; the volumes are built again only when the mount table's text or
-// the label folder has changed since the last time.
+// Paths are resolved for every file argument: the volumes are read again only when the watch saw a
+// change of the mount table or the labels.
 std::vector<Volume> MountedVolumes() {
     static std::mutex guard;
-    static std::string lastMountInfo;
-    static LabelFolderState lastLabels;
     static std::vector<Volume> volumes;
-    std::string mountInfo = ReadMountInfoText();
-    const LabelFolderState labels = LabelFolderState::Now();
     const std::lock_guard<std::mutex> lock(guard);
-    if (volumes.empty() || mountInfo != lastMountInfo || !(labels == lastLabels)) {
-        volumes = BuildMountedVolumes(mountInfo);
-        lastMountInfo = std::move(mountInfo);
-        lastLabels = labels;
-    }
+    if (Watch().Changed() || volumes.empty()) volumes = ReadVolumes();
     return volumes;
 }
 
