@@ -1,11 +1,8 @@
 #include "platform/fs/mount_table.h"
 
-#include <cerrno>
 #include <charconv>
+#include <fstream>
 #include <iterator>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace vd::platform::fs {
 
@@ -86,29 +83,16 @@ std::vector<MountEntry> ParseMountInfo(std::string_view text) {
     return entries;
 }
 
-std::string ReadMountInfoText() {
-    // Read on every path lookup: a plain descriptor, not a stream with its locale to set up.
-    const int fd = ::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC);
-    if (fd < 0) return {};
+std::vector<MountEntry> ReadMountTable() {
+    std::ifstream in("/proc/self/mountinfo", std::ios::binary);
+    if (!in) return {};
     std::string text;
-    char buffer[16384];
-    for (;;) {
-        const ssize_t got = ::read(fd, buffer, sizeof buffer);
-        if (got < 0 && errno == EINTR) continue;
-        if (got <= 0) {
-            if (got < 0) text.clear();
-            break;
-        }
-        text.append(buffer, static_cast<size_t>(got));
-        if (text.size() > kMaxMountInfoBytes) {
-            text.clear();
-            break;
-        }
+    char buffer[8192];
+    while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
+        text.append(buffer, static_cast<size_t>(in.gcount()));
+        if (text.size() > kMaxMountInfoBytes) return {};
     }
-    ::close(fd);
-    return text;
+    return ParseMountInfo(text);
 }
-
-std::vector<MountEntry> ReadMountTable() { return ParseMountInfo(ReadMountInfoText()); }
 
 }  // namespace vd::platform::fs

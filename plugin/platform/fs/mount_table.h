@@ -20,10 +20,7 @@ struct MountEntry {
 // kernel that adds a field must not make every volume disappear.
 std::vector<MountEntry> ParseMountInfo(std::string_view text);
 
-// The text of /proc/self/mountinfo, read with a size cap; empty when it cannot be read (no /proc).
-std::string ReadMountInfoText();
-
-// ReadMountInfoText parsed.
+// /proc/self/mountinfo, read with a size cap; empty when it cannot be read (no /proc).
 std::vector<MountEntry> ReadMountTable();
 
 }  // namespace vd::platform::fs
