@@ -104,13 +104,12 @@ std::vector<Volume> ReadVolumes() {
     return BuildVolumes(mounts, ReadDiskLabels(kDiskLabelFolder));
 }
 
-// Never destroyed: paths may be resolved while other static objects are torn down at exit.
 MountWatch& Watch() {
-    static MountWatch* const watch = new MountWatch(kDiskLabelFolder);
-    return *watch;
+    static MountWatch watch(kDiskLabelFolder);
+    return watch;
 }
 
-// Made when the plug-in loads (see MountWatch).
+// The watch is made when the plug-in loads (see MountWatch), and closed when it is unloaded.
 [[maybe_unused]] const bool kWatchOpened = (Watch(), true);
 
 }  // namespace

@@ -24,15 +24,15 @@ enum VdMetadataResult {
     VD_METADATA_FAILED = 7,         // any other failure of a library
 };
 
-// One tag as read. family is the report's section ("EXIF", "ID3v2" ...), key the library's full key
-// ("Exif.Photo.ExposureTime", "ID3v2.TIT2"), label the report's short name ("ExposureTime", "TIT2").
-// Every text is UTF-8 (or, from files that do not say their encoding, bytes as stored) and lives
-// only for the call.
 // Which of a tag's two values a read hands over (either or both); the other comes as "". Printing a
 // value as interpreted and as stored are the dearest part of reading most pictures.
 #define VD_METADATA_INTERPRETED 1
 #define VD_METADATA_RAW 2
 
+// One tag as read. family is the report's section ("EXIF", "ID3v2" ...), key the library's full key
+// ("Exif.Photo.ExposureTime", "ID3v2.TIT2"), label the report's short name ("ExposureTime", "TIT2").
+// Every text is UTF-8 (or, from files that do not say their encoding, bytes as stored) and lives
+// only for the call.
 typedef void (*VdMetadataSink)(void* context, const char* family, const char* key, const char* label,
                                const char* interpreted, const char* raw);
 
