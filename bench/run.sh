@@ -62,6 +62,11 @@ if wanted waveform; then
   "$build/bin/waveform_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/waveform.txt
 fi
 
+if wanted metadata; then
+  echo "== Vandrel_GetMetadata of 1,000 tagged JPEGs in one vdhost script against exiv2 -pa and exiftool on the same files (target: ratio < 1.0 of both)"
+  "$build/bin/metadata_bench" "$build/bin/vdhost" "$build/plugins" | tee out/bench/metadata.txt
+fi
+
 if wanted recording; then
   echo "== CPU time of a background recording of 44.1 kHz stereo from the virtual input, per second (target: <= 2% of one core), and its drop counter with the host busy"
   "$build/bin/recording_bench" | tee out/bench/recording.txt

@@ -26,6 +26,8 @@ packages=(
   exiv2
   # the tools the image benchmark measures ours against (vips, ImageMagick's convert)
   libvips-tools imagemagick
+  # the tools the metadata benchmark measures ours against (exiv2 is above)
+  libimage-exiftool-perl
   # aplay: the tool the playback benchmark measures beside ours on an ALSA device
   alsa-utils
   # the tests that show the real GTK chooser on a virtual display and press its mouse button

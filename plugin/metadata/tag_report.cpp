@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cctype>
+#include <unordered_map>
 
 namespace vd::metadata {
 
@@ -67,10 +68,23 @@ std::string JoinedValues(const std::vector<TagEntry>& tags, const std::string& k
     return joined;
 }
 
-bool SeenBefore(const std::vector<TagEntry>& tags, size_t index) {
-    for (size_t i = 0; i < index; ++i)
-        if (tags[i].key == tags[index].key) return true;
-    return false;
+// The tags that share a key, in the order of the key's first appearance; the first names the line.
+struct KeyGroup {
+    size_t first;
+    std::vector<size_t> members;
+};
+
+// One pass over the tags: a picture holds a few hundred and the report is built on every call.
+std::vector<KeyGroup> GroupsByKey(const std::vector<TagEntry>& tags) {
+    std::vector<KeyGroup> groups;
+    std::unordered_map<std::string_view, size_t> groupOfKey;
+    groupOfKey.reserve(tags.size());
+    for (size_t i = 0; i < tags.size(); ++i) {
+        const auto [at, added] = groupOfKey.try_emplace(tags[i].key, groups.size());
+        if (added) groups.push_back(KeyGroup{i, {}});
+        groups[at->second].members.push_back(i);
+    }
+    return groups;
 }
 
 }  // namespace
@@ -99,19 +113,27 @@ std::string AsUtf8(std::string_view text) {
 }
 
 std::string MetadataReport(const std::vector<TagEntry>& tags, ValueForm form, size_t capacity) {
-    std::string report;
+    const std::vector<KeyGroup> groups = GroupsByKey(tags);
+    std::string report, line;
     bool full = false;
-    const auto add = [&](const std::string& line) {
-        if (full || report.size() + line.size() > capacity) return void(full = true);
-        report += line;
+    const auto add = [&](const std::string& text) {
+        if (full || report.size() + text.size() > capacity) return void(full = true);
+        report += text;
     };
     for (std::string_view family : kFamilies) {
         bool headed = false;
-        for (size_t i = 0; i < tags.size(); ++i) {
-            if (tags[i].family != family || SeenBefore(tags, i)) continue;
+        for (const KeyGroup& group : groups) {
+            const TagEntry& named = tags[group.first];
+            if (named.family != family) continue;
             if (!headed) add(std::string(family) + "\r");
             headed = true;
-            add("  " + ReportLabel(tags[i].label) + ": " + JoinedValues(tags, tags[i].key, form) + "\r");
+            line.assign("  ").append(ReportLabel(named.label)).append(": ");
+            for (size_t k = 0; k < group.members.size(); ++k) {
+                if (k > 0) line += "; ";
+                line += OneLine(ValueIn(tags[group.members[k]], form));
+            }
+            line += '\r';
+            add(line);
         }
     }
     return report;

@@ -22,9 +22,11 @@ fmapi::Outcome GetMetadataFunction(const FunctionCall& call) {
     const std::optional<ValueForm> form = ValueFormOf(count > 2 ? ArgCText(ArgText(call.args, 2)) : std::string());
     if (!form) return fmapi::Outcome::Failure(util::kBadParameter, "The format must be \"interpreted\" or \"raw\".");
 
+    const auto values = *form == ValueForm::kRaw ? platform::metadata::TagValues::kRaw
+                                                 : platform::metadata::TagValues::kInterpreted;
     std::vector<TagEntry> tags;
     std::string detail;
-    if (util::Status s = platform::metadata::ReadTags(source.path, tags, detail))
+    if (util::Status s = platform::metadata::ReadTags(source.path, values, tags, detail))
         return fmapi::Outcome::Failure(s, "Could not read the tags." + (detail.empty() ? "" : " " + detail));
     if (tag.empty()) return fmapi::Outcome::Text(MetadataReport(tags, *form));
     if (std::optional<std::string> value = FindTag(tags, tag, *form)) return fmapi::Outcome::Text(std::move(*value));

@@ -1,7 +1,10 @@
 #include "platform/fs/volumes.h"
 
+#include "platform/fs/mount_watch.h"
+
 #include <algorithm>
 #include <array>
+#include <mutex>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,6 +13,8 @@
 namespace vd::platform::fs {
 
 namespace {
+
+constexpr const char* kDiskLabelFolder = "/dev/disk/by-label";
 
 // File systems that the kernel, the init system or a desktop session mounts for its own use.
 // Listing them as volumes would bury the user's disks under dozens of "cgroup" and "shm" entries.
@@ -85,7 +90,9 @@ std::vector<Volume> BuildVolumes(const std::vector<MountEntry>& mounts, const st
     return volumes;
 }
 
-std::vector<Volume> MountedVolumes() {
+namespace {
+
+std::vector<Volume> ReadVolumes() {
     std::vector<MountEntry> mounts = ReadMountTable();
     // Only the cached type is asked for, and automounts are not triggered: a plain stat of the mount
     // point of an NFS server that has gone away would block every path lookup until it came back.
@@ -94,7 +101,27 @@ std::vector<Volume> MountedVolumes() {
         const int flags = AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
         return statx(AT_FDCWD, mount.mountPoint.c_str(), flags, STATX_TYPE, &info) == 0 && !S_ISDIR(info.stx_mode);
     });
-    return BuildVolumes(mounts, ReadDiskLabels());
+    return BuildVolumes(mounts, ReadDiskLabels(kDiskLabelFolder));
+}
+
+MountWatch& Watch() {
+    static MountWatch watch(kDiskLabelFolder);
+    return watch;
+}
+
+// The watch is made when the plug-in loads (see MountWatch), and closed when it is unloaded.
+[[maybe_unused]] const bool kWatchOpened = (Watch(), true);
+
+}  // namespace
+
+// Paths are resolved for every file argument: the volumes are read again only when the watch saw a
+// change of the mount table or the labels.
+std::vector<Volume> MountedVolumes() {
+    static std::mutex guard;
+    static std::vector<Volume> volumes;
+    const std::lock_guard<std::mutex> lock(guard);
+    if (Watch().Changed() || volumes.empty()) volumes = ReadVolumes();
+    return volumes;
 }
 
 const Volume* FindVolume(const std::vector<Volume>& volumes, std::string_view name) {

@@ -11,7 +11,7 @@ extern "C" {
 #endif
 
 // Raised whenever a function below changes; the loader refuses a module of another version.
-#define VD_METADATA_MODULE_ABI_VERSION 1
+#define VD_METADATA_MODULE_ABI_VERSION 2
 
 enum VdMetadataResult {
     VD_METADATA_OK = 0,
@@ -24,6 +24,11 @@ enum VdMetadataResult {
     VD_METADATA_FAILED = 7,         // any other failure of a library
 };
 
+// Which of a tag's two values a read hands over (either or both); the other comes as "". Printing a
+// value as interpreted and as stored are the dearest part of reading most pictures.
+#define VD_METADATA_INTERPRETED 1
+#define VD_METADATA_RAW 2
+
 // One tag as read. family is the report's section ("EXIF", "ID3v2" ...), key the library's full key
 // ("Exif.Photo.ExposureTime", "ID3v2.TIT2"), label the report's short name ("ExposureTime", "TIT2").
 // Every text is UTF-8 (or, from files that do not say their encoding, bytes as stored) and lives
@@ -32,9 +37,10 @@ typedef void (*VdMetadataSink)(void* context, const char* family, const char* ke
                                const char* interpreted, const char* raw);
 
 typedef int (*VdMetadataAbiVersionFn)(void);
-// Hands every tag of the file to the sink. A file no library knows is VD_METADATA_OK with no tags.
+// Hands every tag of the file to the sink, with the values that forms (VD_METADATA_INTERPRETED,
+// VD_METADATA_RAW or both) asks for. A file no library knows is VD_METADATA_OK with no tags.
 // On failure the reason is written into problem (at most problemSize bytes, terminated).
-typedef int (*VdMetadataReadFn)(const char* path, VdMetadataSink sink, void* context, char* problem,
+typedef int (*VdMetadataReadFn)(const char* path, int forms, VdMetadataSink sink, void* context, char* problem,
                                 size_t problemSize);
 // Sets each key to its value (an empty value removes the tag) and saves the file in place; the
 // caller hands in a copy it replaces the original with. Nothing is saved when any key is refused.

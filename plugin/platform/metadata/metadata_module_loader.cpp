@@ -8,6 +8,9 @@ namespace vd::platform::metadata {
 
 namespace {
 
+static_assert(int(TagValues::kInterpreted) == VD_METADATA_INTERPRETED && int(TagValues::kRaw) == VD_METADATA_RAW &&
+              int(TagValues::kBoth) == (VD_METADATA_INTERPRETED | VD_METADATA_RAW));
+
 struct MetadataModule {
     VdMetadataReadFn read = nullptr;
     VdMetadataWriteFn write = nullptr;
@@ -75,7 +78,7 @@ std::string MetadataModulePath() {
     return folder + "/Resources/" + kMetadataModuleName;
 }
 
-util::Status ReadTags(const std::string& path, std::vector<TagEntry>& tags, std::string& detail) {
+util::Status ReadTags(const std::string& path, TagValues values, std::vector<TagEntry>& tags, std::string& detail) {
     const MetadataModule& module = Module();
     if (!module.read) {
         detail = module.problem;
@@ -84,7 +87,7 @@ util::Status ReadTags(const std::string& path, std::vector<TagEntry>& tags, std:
     std::vector<TagEntry> read;
     char problem[kProblemSize] = "";
     // The sink may throw std::bad_alloc through the module's C frames: the module catches it there.
-    const int result = module.read(path.c_str(), CollectTag, &read, problem, sizeof problem);
+    const int result = module.read(path.c_str(), int(values), CollectTag, &read, problem, sizeof problem);
     if (result != VD_METADATA_OK) {
         detail = problem;
         return StatusOf(result);

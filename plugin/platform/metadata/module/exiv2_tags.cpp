@@ -27,14 +27,16 @@ void Quiet() {
 
 bool IsBinary(Exiv2::TypeId type) { return type == Exiv2::undefined || type == Exiv2::unsignedByte; }
 
-// The value as interpreted ("1/250 s", "Canon EOS 5D") and as stored ("1/250").
+// The value as interpreted ("1/250 s", "Canon EOS 5D") and as stored ("1/250"), those that forms asks for.
 template <typename Datum>
-void Values(const Datum& datum, const Exiv2::ExifData* exif, std::string& interpreted, std::string& raw) {
+void Values(const Datum& datum, const Exiv2::ExifData* exif, int forms, std::string& interpreted, std::string& raw) {
+    interpreted.clear(), raw.clear();
     if (IsBinary(datum.typeId()) && datum.size() > kLongestBinaryShown) {
         interpreted = raw = "(" + std::to_string(datum.size()) + " bytes)";
         return;
     }
-    raw = datum.toString();
+    if (forms & VD_METADATA_RAW) raw = datum.toString();
+    if (!(forms & VD_METADATA_INTERPRETED)) return;
     interpreted = datum.print(exif);
     // A text in several languages reads as its default one, the way a viewer shows it.
     if (datum.typeId() == Exiv2::langAlt) {
@@ -93,31 +95,33 @@ bool IsImageKey(std::string_view key) {
     return StartsWith(key, "Exif.") || StartsWith(key, "Iptc.") || StartsWith(key, "Xmp.");
 }
 
-bool IsImageFile(const std::string& path) {
+bool ReadImageTags(const std::string& path, int forms, const Sink& sink) {
     Quiet();
+    // One look at the file tells its kind and opens it: asking the kind first and opening after
+    // read the file's start twice more for every picture.
+    Exiv2::Image::AutoPtr image;
     try {
-        return Exiv2::ImageFactory::getType(path) != Exiv2::ImageType::none;
+        image = Exiv2::ImageFactory::open(Exiv2::BasicIo::AutoPtr(new Exiv2::FileIo(path)));
     } catch (const Exiv2::AnyError&) {
         return false;
     }
-}
-
-void ReadImageTags(const std::string& path, const Sink& sink) {
-    Exiv2::Image::AutoPtr image = Open(path);
+    if (!image.get()) return false;
+    image->readMetadata();
     std::string interpreted, raw;
     const Exiv2::ExifData& exif = image->exifData();
     for (const Exiv2::Exifdatum& datum : exif) {
-        Values(datum, &exif, interpreted, raw);
+        Values(datum, &exif, forms, interpreted, raw);
         sink("EXIF", datum.key(), ExifLabel(datum), interpreted, raw);
     }
     for (const Exiv2::Iptcdatum& datum : image->iptcData()) {
-        Values(datum, nullptr, interpreted, raw);
+        Values(datum, nullptr, forms, interpreted, raw);
         sink("IPTC", datum.key(), IptcLabel(datum), interpreted, raw);
     }
     for (const Exiv2::Xmpdatum& datum : image->xmpData()) {
-        Values(datum, nullptr, interpreted, raw);
+        Values(datum, nullptr, forms, interpreted, raw);
         sink("XMP", datum.key(), XmpLabel(datum), interpreted, raw);
     }
+    return true;
 }
 
 void WriteImageTags(const std::string& path, const std::vector<Assignment>& assignments) {

@@ -55,13 +55,12 @@ extern "C" {
 
 __attribute__((visibility("default"))) int vd_metadata_abi_version(void) { return VD_METADATA_MODULE_ABI_VERSION; }
 
-__attribute__((visibility("default"))) int vd_metadata_read(const char* path, VdMetadataSink sink, void* context,
-                                                            char* problem, size_t problemSize) {
+__attribute__((visibility("default"))) int vd_metadata_read(const char* path, int forms, VdMetadataSink sink,
+                                                            void* context, char* problem, size_t problemSize) {
     return Guarded(problem, problemSize, [&] {
         RequireFile(path);
         const vd::metadata_module::Sink to{sink, context};
-        if (vd::metadata_module::IsImageFile(path)) vd::metadata_module::ReadImageTags(path, to);
-        else vd::metadata_module::ReadSoundTags(path, to);
+        if (!vd::metadata_module::ReadImageTags(path, forms, to)) vd::metadata_module::ReadSoundTags(path, to);
     });
 }
 

@@ -41,11 +41,13 @@ inline bool StartsWith(std::string_view text, std::string_view prefix) { return 
 
 // Exiv2: EXIF, IPTC and XMP of pictures.
 bool IsImageKey(std::string_view key);
-bool IsImageFile(const std::string& path);
-void ReadImageTags(const std::string& path, const Sink& sink);
+// False, with nothing read, for a file Exiv2 does not know as a picture (or cannot open). forms as
+// vd_metadata_read takes it.
+bool ReadImageTags(const std::string& path, int forms, const Sink& sink);
 void WriteImageTags(const std::string& path, const std::vector<Assignment>& assignments);
 
-// TagLib: ID3v1, ID3v2, Vorbis comments (Ogg and FLAC), MP4 and APE tags of sound files.
+// TagLib: ID3v1, ID3v2, Vorbis comments (Ogg and FLAC), MP4 and APE tags of sound files. Their two
+// values cost the same, so both are always handed over.
 bool IsSoundKey(std::string_view key);
 void ReadSoundTags(const std::string& path, const Sink& sink);
 void WriteSoundTags(const std::string& path, const std::vector<Assignment>& assignments);

@@ -1,6 +1,11 @@
 #include "platform/fs/volumes.h"
 
+#include <algorithm>
+#include <filesystem>
+
+#include <sys/mount.h>
 #include <sys/sysmacros.h>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -10,6 +15,10 @@ using namespace vd::platform::fs;
 
 MountEntry Mount(const char* point, const char* type, uint32_t major = 8, uint32_t minor = 1) {
     return MountEntry{major, minor, point, type, "/dev/x"};
+}
+
+bool HasMountPoint(const std::vector<Volume>& volumes, const std::string& point) {
+    return std::any_of(volumes.begin(), volumes.end(), [&](const Volume& v) { return v.mountPoint == point; });
 }
 
 std::vector<std::string> Names(const std::vector<Volume>& volumes) {
@@ -75,6 +84,29 @@ TEST(VolumesTest, ThisMachineHasABootVolumeFirst) {
     EXPECT_TRUE(volumes.front().isBoot);
     EXPECT_EQ(volumes.front().mountPoint, "/");
     for (const Volume& volume : volumes) EXPECT_FALSE(volume.name.empty()) << volume.mountPoint;
+}
+
+// The volumes are kept between calls; a mount made or removed in between shows in the next call.
+TEST(VolumesTest, AMountMadeOrRemovedShowsInTheNextCall) {
+    std::string point = (std::filesystem::temp_directory_path() / "vd-volume-XXXXXX").string();
+    ASSERT_NE(mkdtemp(point.data()), nullptr);
+    struct Cleanup {
+        std::string point;
+        bool mounted = false;
+        ~Cleanup() {
+            if (mounted) umount2(point.c_str(), MNT_DETACH);
+            rmdir(point.c_str());
+        }
+    } cleanup{point};
+    EXPECT_FALSE(HasMountPoint(MountedVolumes(), point));
+    if (mount("/", point.c_str(), nullptr, MS_BIND, nullptr) != 0) GTEST_SKIP() << "cannot mount here (not root?)";
+    cleanup.mounted = true;
+    if (!HasMountPoint(BuildVolumes(ReadMountTable(), {}), point))
+        GTEST_SKIP() << "the boot file system's type is not one that makes volumes";
+    EXPECT_TRUE(HasMountPoint(MountedVolumes(), point));
+    ASSERT_EQ(umount2(point.c_str(), MNT_DETACH), 0);
+    cleanup.mounted = false;
+    EXPECT_FALSE(HasMountPoint(MountedVolumes(), point));
 }
 
 }  // namespace
