@@ -1,8 +1,9 @@
-// vdhost serve's table page of 1,000 records, each with a picture (a small JPEG embedded by
-// Vandrel_InsertImage) and a text: the time to fetch the page's HTML over loopback with a plain HTTP
-// client, once the server has seen it (its previews made). The database is built by a vdhost script
+// vdhost serve's table page of 1,000 records, each with a picture (a 1600 x 1200 JPEG embedded by
+// Vandrel_InsertImage, too large to be its own preview) and a text: the time to fetch the page's
+// HTML over loopback with a plain HTTP client, and the page with every preview it shows, once the
+// server has seen them (its previews made and cached). The database is built by a vdhost script
 // that makes the records with NewRecord; the server is a whole vdhost process, as a user starts it.
-// Median of 20 fetches after one warm-up. Target: <= 200 ms.
+// Medians of 20 fetches after one warm-up. Target: the page <= 200 ms.
 //   serve_bench VDHOST PLUGIN_DIR
 #include "timing.h"
 
@@ -67,7 +68,7 @@ private:
 bool buildDatabase(const std::string& vdhost, const std::string& plugins, const fs::path& folder,
                    const std::string& db) {
     const std::string jpeg = (folder / "photo.jpg").string();
-    if (Run({"ffmpeg", "-nostdin", "-y", "-f", "lavfi", "-i", "testsrc2=size=320x240", "-frames:v", "1", "-q:v", "5",
+    if (Run({"ffmpeg", "-nostdin", "-y", "-f", "lavfi", "-i", "testsrc2=size=1600x1200", "-frames:v", "1", "-q:v", "5",
              jpeg}) < 0) {
         std::fprintf(stderr, "ffmpeg could not make the test picture\n");
         return false;
@@ -111,16 +112,41 @@ int main(int argc, char** argv) {
             std::fprintf(stderr, "the table page does not list the %d records with their pictures (%zu rows, %zu previews)\n",
                          kRecords, rows, previews);
         } else {
-            std::vector<double> times;
-            for (int i = 0; i < kFetches; ++i) {
-                const auto start = Clock::now();
+            // The previews' addresses as the page gives them, its "&amp;" undone.
+            std::vector<std::string> previewPaths;
+            const std::regex address("src=\"(/media/preview\\?[^\"]*)\"");
+            for (std::sregex_iterator m(warm->body.begin(), warm->body.end(), address), end; m != end; ++m)
+                previewPaths.push_back(std::regex_replace((*m)[1].str(), std::regex("&amp;"), "&"));
+            size_t previewBytes = 0;
+            const auto fetchPreviews = [&] {
+                previewBytes = 0;
+                for (const std::string& path : previewPaths) {
+                    auto picture = client.Get(path, headers);
+                    if (!picture || picture->status != 200) return false;
+                    previewBytes += picture->body.size();
+                }
+                return !previewPaths.empty();
+            };
+            bool ok = fetchPreviews();  // the previews are made here, once
+            std::vector<double> pageTimes, allTimes;
+            for (int i = 0; i < kFetches && ok; ++i) {
+                auto start = Clock::now();
                 auto page = client.Get("/table?t=Photos", headers);
-                times.push_back(Seconds(Clock::now() - start));
-                if (!page || page->status != 200) times.back() = 1e9;
+                pageTimes.push_back(Seconds(Clock::now() - start));
+                ok = page && page->status == 200;
+                start = Clock::now();
+                ok = ok && client.Get("/table?t=Photos", headers) && fetchPreviews();
+                allTimes.push_back(Seconds(Clock::now() - start));
             }
-            std::printf("%-30s %12s %12s\n", "page", "bytes", "median (ms)");
-            std::printf("%-30s %12zu %12.1f\n", "table of 1000 records", warm->body.size(), Median(times) * 1000);
-            status = Median(times) < 1e9 ? 0 : 1;
+            if (!ok) {
+                std::fprintf(stderr, "a page or a preview could not be fetched\n");
+            } else {
+                std::printf("%-36s %12s %12s\n", "fetch", "bytes", "median (ms)");
+                std::printf("%-36s %12zu %12.1f\n", "table of 1000 records", warm->body.size(), Median(pageTimes) * 1000);
+                std::printf("%-36s %12zu %12.1f\n", "the table with its 1000 previews", warm->body.size() + previewBytes,
+                            Median(allTimes) * 1000);
+                status = 0;
+            }
         }
     }
     fs::remove_all(folder);

@@ -24,7 +24,8 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev ffmpeg sox libsox-fmt-mp3
   # the metadata tests write pictures' tags with the exiv2 program
   exiv2
-  # the tools the image benchmark measures ours against (vips, ImageMagick's convert)
+  # the tools the image benchmark measures ours against (vips, ImageMagick's convert); vdhost serve
+  # also shrinks pictures for its table pages with vipsthumbnail
   libvips-tools imagemagick
   # the tools the metadata benchmark measures ours against (exiv2 is above)
   libimage-exiftool-perl

@@ -15,14 +15,9 @@
 
 namespace vdhost::serve {
 
-// Which value a preview shows: where it is and what it holds, so a value stored anew gets a new one.
-struct PreviewKey {
-    std::string table;  // as the request named it; records and fields are per table
-    int64_t record = 0;
-    std::string field;
-    std::string fingerprint;  // containerFingerprint of the value
-    auto operator<=>(const PreviewKey&) const = default;
-};
+// Which picture a preview shows: the containerFingerprint of its value. Records holding the same
+// picture share one preview; a value stored anew has a new fingerprint and gets its own.
+using PreviewKey = std::string;
 
 class PicturePreviews {
 public:

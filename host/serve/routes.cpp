@@ -171,9 +171,7 @@ private:
             if (!value) return;
             auto picture = browserPicture(value->binary);
             if (!picture) return fail(res, 404, "The container holds no picture that can be shown.");
-            PreviewKey key{param(req, "t").value_or(""), *record, param(req, "f").value_or(""),
-                           containerFingerprint(value->binary)};
-            serveSlice(res, p_.previews.preview(key, *picture));
+            serveSlice(res, p_.previews.preview(containerFingerprint(value->binary), *picture));
             // The address carries the value's version: another value is another address.
             res.set_header("Cache-Control", "private, max-age=86400");
         });

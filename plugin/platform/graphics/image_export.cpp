@@ -4,7 +4,7 @@
 // the finished pixels.
 #include "platform/graphics/graphics_importer.h"
 
-#include "platform/graphics/clip_cover.h"
+#include "platform/graphics/clipped_image.h"
 #include "platform/graphics/importer_state.h"
 #include "platform/graphics/macpaint_codec.h"
 #include "platform/graphics/magick_codec.h"
@@ -95,10 +95,12 @@ util::Status AddOpaqueAlpha(VipsImagePtr& image) {
 }
 
 // The pixels, ready for the writer, and everything they are read from.
+// What the image reads from is declared first, so that it goes last.
 struct Pipeline {
-    VipsImagePtr image;
     Raster holder;               // a picture decoded in memory
-    std::vector<ClipRect> clip;  // what the clip's mask is made from
+    std::vector<ClipRect> clip;  // the clip, and the picture it is drawn from
+    VipsImagePtr clipSource;
+    VipsImagePtr image;
 };
 
 util::Status Build(const GraphicsImporter::State& state, const ImageFormat& format, const ImageExportSettings& s,
@@ -153,14 +155,10 @@ util::Status Build(const GraphicsImporter::State& state, const ImageFormat& form
         } catch (const std::bad_alloc&) {
             return util::kMemoryFull;
         }
-        // Every sample or'ed with the cover: kept inside, white (255 in every band) outside.
-        VipsImagePtr cover;
-        if (util::Status status = ClipCoverImage(p.clip, image->Xsize, image->Ysize, cover)) return status;
-        VipsCall whiten("boolean");
-        whiten.Set("left", image.get())
-            .Set("right", cover.get())
-            .SetEnum("boolean", VIPS_TYPE_OPERATION_BOOLEAN, VIPS_OPERATION_BOOLEAN_OR);
-        if (util::Status status = Apply(whiten, image)) return status;
+        VipsImagePtr clipped;
+        if (util::Status status = ClippedImage(image.get(), p.clip, clipped)) return status;
+        p.clipSource = std::move(image);
+        image = std::move(clipped);
     }
 
     if (s.hDpi > 0 && s.vDpi > 0) {

@@ -45,7 +45,8 @@ constexpr const char* kSonames[] = {kVipsLibrary};
     X(0, vips_array_image_get_type, (void), ())                                                             \
     X(0, vips_foreign_tiff_compression_get_type, (void), ())                                                \
     X(0, vips_operation_relational_get_type, (void), ())                                                    \
-    X(0, vips_operation_boolean_get_type, (void), ())                                                       \
+    X(0, vips_region_new, (VipsImage* image), (image))                                                      \
+    X(0, vips_region_prepare, (VipsRegion* reg, const VipsRect* r), (reg, r))                               \
     X(0, g_value_set_double, (GValue* value, gdouble v_double), (value, v_double))                          \
     X(0, g_value_set_boolean, (GValue* value, gboolean v_boolean), (value, v_boolean))                      \
     X(0, vips_image_write_to_memory, (VipsImage* in, size_t* size), (in, size))                             \
