@@ -1,5 +1,6 @@
 #include "frame/functions/frame_functions.h"
 
+#include "util/words.h"
 #include "fmapi/args/arguments.h"
 #include "fmapi/errors/localized_strings.h"
 #include "util/status_codes.h"
@@ -12,6 +13,8 @@ namespace vd {
 
 namespace {
 
+using util::SameWord;
+
 constexpr int kVersionStringNumber = 3;
 constexpr uint32_t kVersionStringCapacity = 256;
 
@@ -19,14 +22,6 @@ std::string_view Trimmed(std::string_view s) {
     while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
     while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
     return s;
-}
-
-bool SameWord(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (size_t i = 0; i < a.size(); ++i)
-        if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
-            return false;
-    return true;
 }
 
 }  // namespace

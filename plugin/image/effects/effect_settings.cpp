@@ -1,5 +1,6 @@
 #include "image/effects/effect_settings.h"
 
+#include "util/words.h"
 #include "util/html_color.h"
 #include "util/settings_text.h"
 
@@ -11,6 +12,9 @@
 namespace vd::image {
 
 namespace {
+
+using util::SameWord;
+using util::NextWord;
 
 constexpr double kFixedOne = 65536.0;
 
@@ -24,24 +28,6 @@ std::string_view Trim(std::string_view text) {
     while (!text.empty() && std::isspace(static_cast<unsigned char>(text.front()))) text.remove_prefix(1);
     while (!text.empty() && std::isspace(static_cast<unsigned char>(text.back()))) text.remove_suffix(1);
     return text;
-}
-
-// The next blank-separated word of text, which is left after it.
-std::string_view NextWord(std::string_view& text) {
-    text = Trim(text);
-    size_t end = 0;
-    while (end < text.size() && !std::isspace(static_cast<unsigned char>(text[end]))) ++end;
-    const std::string_view word = text.substr(0, end);
-    text.remove_prefix(end);
-    return word;
-}
-
-bool SameWord(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (size_t i = 0; i < a.size(); ++i)
-        if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
-            return false;
-    return true;
 }
 
 std::string ParameterList(const EffectDefinition& effect) {

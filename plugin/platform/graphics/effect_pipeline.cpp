@@ -3,6 +3,7 @@
 #include "platform/graphics/effect_pipeline.h"
 
 #include "platform/graphics/vips_call.h"
+#include "platform/graphics/vips_steps.h"
 #include "platform/graphics/vips_library.h"
 
 #include <vips/vips.h>
@@ -13,13 +14,6 @@
 namespace vd::platform {
 
 namespace {
-
-util::Status Apply(VipsCall& call, VipsImagePtr& image) {
-    VipsImagePtr out;
-    if (util::Status s = call.Run(GraphicsStep::kEncoding, out)) return s;
-    image = std::move(out);
-    return util::kNoError;
-}
 
 util::Status Linear(VipsImage* in, const std::vector<double>& a, const std::vector<double>& b, VipsImagePtr& out) {
     VipsCall call("linear");
@@ -32,20 +26,6 @@ util::Status Linear(VipsImagePtr& image, const std::vector<double>& a, const std
     if (util::Status s = Linear(image.get(), a, b, out)) return s;
     image = std::move(out);
     return util::kNoError;
-}
-
-util::Status Colourspace(VipsImagePtr& image, VipsInterpretation space) {
-    VipsCall call("colourspace");
-    call.Set("in", image.get()).SetEnum("space", VIPS_TYPE_INTERPRETATION, space);
-    return Apply(call, image);
-}
-
-// Sums of 8-bit values in floating point back to 8 bits, clipped to 0..255.
-util::Status ToBytes(VipsImagePtr& image) {
-    if (image->BandFmt == VIPS_FORMAT_UCHAR) return util::kNoError;
-    VipsCall call("cast");
-    call.Set("in", image.get()).SetEnum("format", VIPS_TYPE_BAND_FORMAT, VIPS_FORMAT_UCHAR);
-    return Apply(call, image);
 }
 
 util::Status Add(VipsImagePtr& left, VipsImage* right) {
@@ -74,7 +54,7 @@ util::Status Tint(VipsImagePtr& image, uint32_t colour, double amount) {
     if (util::Status s = Linear(luminance, {amount * r, amount * g, amount * b}, {0, 0, 0})) return s;
     if (util::Status s = Linear(image, {1 - amount}, {0})) return s;
     if (util::Status s = Add(image, luminance.get())) return s;
-    return ToBytes(image);
+    return CastToBytes(image);
 }
 
 util::Status CrossFade(VipsImagePtr& image, VipsImage* second, double mix) {
@@ -85,7 +65,7 @@ util::Status CrossFade(VipsImagePtr& image, VipsImage* second, double mix) {
     if (util::Status s = ResizeExactly(other, image->Xsize, image->Ysize)) return s;
     if (util::Status s = Linear(image, {1 - mix}, {0})) return s;
     if (util::Status s = Add(image, other.get())) return s;
-    return ToBytes(image);
+    return CastToBytes(image);
 }
 
 util::Status Draw(VipsImagePtr& image, VipsImage* second, const EffectRecipe& r) {
@@ -103,7 +83,7 @@ util::Status Draw(VipsImagePtr& image, VipsImage* second, const EffectRecipe& r)
         case EffectOperation::kEmboss:
             if (util::Status s = Matrix(image, "conv", "mask", 3, 3, {-1, -1, 0, -1, 0, 1, 0, 1, 1})) return s;
             if (util::Status s = Linear(image, {1}, {128})) return s;
-            return ToBytes(image);
+            return CastToBytes(image);
         case EffectOperation::kEdges: {
             VipsCall call("sobel");
             call.Set("in", image.get());
@@ -116,7 +96,7 @@ util::Status Draw(VipsImagePtr& image, VipsImage* second, const EffectRecipe& r)
             if (util::Status s = Matrix(image, "recomb", "m", 3, 3,
                                         {0.393, 0.769, 0.189, 0.349, 0.686, 0.168, 0.272, 0.534, 0.131}))
                 return s;
-            return ToBytes(image);
+            return CastToBytes(image);
         case EffectOperation::kInvert: {
             VipsCall call("invert");
             call.Set("in", image.get());
@@ -125,7 +105,7 @@ util::Status Draw(VipsImagePtr& image, VipsImage* second, const EffectRecipe& r)
         case EffectOperation::kTint: return Tint(image, r.colour, r.a);
         case EffectOperation::kBrightness:
             if (util::Status s = Linear(image, {r.b}, {128 - 128 * r.b + 255 * r.a})) return s;
-            return ToBytes(image);
+            return CastToBytes(image);
         case EffectOperation::kGamma: {
             VipsCall call("gamma");
             call.Set("in", image.get()).Set("exponent", r.a);
@@ -159,7 +139,7 @@ util::Status ResizeExactly(VipsImagePtr& image, int width, int height) {
 util::Status DrawEffect(VipsImagePtr& image, VipsImage* second, const EffectRecipe& recipe) {
     if (util::Status s = Draw(image, second, recipe)) return s;
     // Whatever an operation answers, the writer after it gets 8-bit sRGB in three bands.
-    if (util::Status s = ToBytes(image)) return s;
+    if (util::Status s = CastToBytes(image)) return s;
     if (image->Bands == 1) {
         VipsCall three("bandjoin");
         three.SetImages("in", {image.get(), image.get(), image.get()});

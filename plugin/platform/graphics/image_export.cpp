@@ -13,6 +13,7 @@
 #include "platform/graphics/pixel_buffer.h"
 #include "platform/graphics/quicktime_image.h"
 #include "platform/graphics/vips_call.h"
+#include "platform/graphics/vips_steps.h"
 #include "platform/graphics/vector_target.h"
 #include "platform/graphics/vips_library.h"
 
@@ -45,27 +46,6 @@ int LibraryQuality(int32_t quality) {
 bool WantsGrey(int32_t depth) { return (depth >= 1 && depth <= 8) || (depth >= 33 && depth <= 40); }
 bool WantsBilevel(int32_t depth) { return depth == 1 || depth == 33; }
 bool HasAlpha(const VipsImage* image) { return image->Bands == 2 || image->Bands == 4; }
-
-// Replaces image by the operation's output, the operation's input having been image.
-util::Status Apply(VipsCall& call, VipsImagePtr& image) {
-    VipsImagePtr out;
-    if (util::Status s = call.Run(GraphicsStep::kEncoding, out)) return s;
-    image = std::move(out);
-    return util::kNoError;
-}
-
-util::Status Colourspace(VipsImagePtr& image, VipsInterpretation space) {
-    VipsCall call("colourspace");
-    call.Set("in", image.get()).SetEnum("space", VIPS_TYPE_INTERPRETATION, space);
-    return Apply(call, image);
-}
-
-util::Status CastToBytes(VipsImagePtr& image) {
-    if (image->BandFmt == VIPS_FORMAT_UCHAR) return util::kNoError;
-    VipsCall call("cast");
-    call.Set("in", image.get()).SetEnum("format", VIPS_TYPE_BAND_FORMAT, VIPS_FORMAT_UCHAR);
-    return Apply(call, image);
-}
 
 // Alpha composed over white.
 util::Status Flatten(VipsImagePtr& image) {

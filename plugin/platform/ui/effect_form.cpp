@@ -1,5 +1,6 @@
 #include "platform/ui/effect_form.h"
 
+#include "util/words.h"
 #include "platform/ui/dialog_service.h"
 #include "platform/ui/gtk_module_loader.h"
 #include "platform/ui/scripted_dialogs.h"
@@ -15,6 +16,9 @@ namespace vd::platform::ui {
 
 namespace {
 
+using util::SameWord;
+using util::NextWord;
+
 constexpr const char* kNoDialogDetail = "(no dialog can be shown: no display, and no VANDREL_UI_SCRIPT)";
 
 bool IsSet(const char* name) {
@@ -24,23 +28,6 @@ bool IsSet(const char* name) {
 
 EffectFormAnswer Failure(util::Status status, std::string detail) {
     return EffectFormAnswer{status, {}, detail.empty() ? std::string() : "(" + detail + ")"};
-}
-
-std::string_view NextWord(std::string_view& text) {
-    while (!text.empty() && std::isspace(static_cast<unsigned char>(text.front()))) text.remove_prefix(1);
-    size_t end = 0;
-    while (end < text.size() && !std::isspace(static_cast<unsigned char>(text[end]))) ++end;
-    const std::string_view word = text.substr(0, end);
-    text.remove_prefix(end);
-    return word;
-}
-
-bool SameWord(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (size_t i = 0; i < a.size(); ++i)
-        if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
-            return false;
-    return true;
 }
 
 std::string Number(double value) {
