@@ -83,6 +83,8 @@ void DescribeRaster(const Raster& raster, ImageDescription& d) {
 
 util::Status OpenWithVips(GraphicsImporter::State& s) {
     if (util::Status status = StartVips()) return status;
+    // A HEIF picture, or one whose signature we do not know, may need libvips's HEIF module to be found.
+    if (!s.format || s.format->code == ImageCode("heic")) LoadHeifModule();
     const uint8_t* data = s.bytes.data() + s.dataOffset;
     const char* loader = s.path.empty() ? vips_foreign_find_load_buffer(data, s.dataSize)
                                         : vips_foreign_find_load(s.path.c_str());

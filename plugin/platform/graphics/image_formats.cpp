@@ -53,6 +53,7 @@ bool CanWriteImageFormat(const ImageFormat& format) {
     if (format.engine == ImageEngine::kMacPaint) return true;
     if (format.engine == ImageEngine::kMagick) return LoadMagick().empty();
     if (StartVips()) return false;
+    if (format.code == ImageCode("heic")) LoadHeifModule();
     // The QuickTime image holds a PNG.
     const char* saver = format.engine == ImageEngine::kQuickTimeImage ? "pngsave_buffer" : format.coder;
     return vips_type_find("VipsOperation", saver) != 0;

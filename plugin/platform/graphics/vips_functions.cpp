@@ -25,6 +25,9 @@ constexpr const char* kSonames[] = {kVipsLibrary};
 // library (the one soname), function, parameters, arguments
 #define VD_VIPS_FUNCTIONS(X)                                                                             \
     X(0, vips_init, (const char* argv0), (argv0))                                                           \
+    X(0, vips_version, (int flag), (flag))                                                                  \
+    X(0, g_module_open, (const gchar* file_name, GModuleFlags flags), (file_name, flags))                   \
+    X(0, g_module_make_resident, (GModule* module), (module))                                               \
     X(0, vips_cache_set_max, (int max), (max))                                                              \
     X(0, vips_error_buffer, (void), ())                                                                     \
     X(0, vips_error_clear, (void), ())                                                                      \

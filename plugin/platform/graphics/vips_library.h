@@ -13,6 +13,9 @@ namespace vd::platform {
 util::Status StartVips();
 // Whether StartVips has succeeded already (a cheap check, for callers deciding whether to start it).
 bool VipsStarted();
+// Adds libvips's HEIF loader and saver, which it leaves out as it starts; once per process, before
+// a HEIF picture is looked for, read or written. Without the module, HEIF stays unknown to it.
+void LoadHeifModule();
 
 // Where in our work libvips failed: the same error means "no such picture" when reading and "the
 // library broke" when writing; any failure to start means we have no picture components at all.
