@@ -12,7 +12,7 @@
 // TIFF, the cheapest file it has that is like the picture, then its JPEG preview
 // (vips jpegsave t.tif p.jpg --Q 50, a second run, as a user of the tool would do it);
 // ImageMagick writes the TIFF only.
-// All are whole runs started from here, start-up included, run in turn so that a busy machine slows
+// All are whole runs started from here, start-up included, run in turn, each round starting with the next tool, so that a busy machine slows
 // each alike; medians of 5 after one warm-up each. Target: ratio (ours / vips) <= 1.0.
 //   image_transform_bench VDHOST PLUGIN_DIR
 #include "timing.h"
@@ -149,7 +149,14 @@ int main(int argc, char** argv) {
         bool failed = Run(ours) < 0 || runVips() < 0 || Run(magick) < 0;
         std::vector<double> ourTimes, vipsTimes, magickTimes;
         for (int i = 0; i < kTransformRuns && !failed; ++i) {
-            const double a = Run(ours), b = runVips(), c = Run(magick);
+            // In turn, each round starting with the next tool (see RunRotated).
+            double a = 0, b = 0, c = 0;
+            for (int k = 0; k < 3; ++k) {
+                const int which = (i + k) % 3;
+                if (which == 0) a = Run(ours);
+                else if (which == 1) b = runVips();
+                else c = Run(magick);
+            }
             failed |= a < 0 || b < 0 || c < 0;
             ourTimes.push_back(a), vipsTimes.push_back(b), magickTimes.push_back(c);
         }

@@ -63,6 +63,19 @@ inline double Run(const std::vector<std::string>& args, long* peakKilobytes = nu
     return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? seconds : -1;
 }
 
+// One run of each command, in turn from command `round` on (round 0: the first first, round 1: the
+// second ...): the memory a big run frees is given out anew to the run after it, slower or faster
+// by what the machine does with freed memory, so no tool is always the one after another. The
+// times in the commands' order, negative for a failed run.
+inline std::vector<double> RunRotated(const std::vector<std::vector<std::string>>& commands, int round) {
+    std::vector<double> times(commands.size());
+    for (size_t k = 0; k < commands.size(); ++k) {
+        const size_t which = (size_t(round) + k) % commands.size();
+        times[which] = Run(commands[which]);
+    }
+    return times;
+}
+
 // The median of `runs` runs after one warm-up run; negative when any run failed.
 inline double MedianOf(const std::vector<std::string>& args, int runs = kRuns) {
     if (Run(args) < 0) return -1;
