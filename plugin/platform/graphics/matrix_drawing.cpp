@@ -1,6 +1,6 @@
 // Affine matrices go to libvips's affine transform; a perspective goes through a map of where
-// each drawn pixel comes from, itself computed lazily (a coordinate image, the inverse matrix as a
-// band recombination, a division by w), so that no whole-size buffer is ever made.
+// each drawn pixel comes from (projective_map.h), itself computed lazily, so that no whole-size
+// buffer is ever made.
 //
 // libvips puts pixel centres on whole coordinates while our coordinates put them on halves; the
 // half-pixel shifts are folded into the offsets and the inverse matrix below. The picture gets a
@@ -9,7 +9,9 @@
 #include "platform/graphics/matrix_drawing.h"
 
 #include "platform/graphics/vips_call.h"
+#include "platform/graphics/projective_map.h"
 #include "platform/graphics/vips_library.h"
+#include "platform/graphics/vips_steps.h"
 
 #include <vips/vips.h>
 
@@ -23,7 +25,7 @@ namespace vd::platform {
 
 namespace {
 
-using Matrix3 = std::array<std::array<double, 3>, 3>;
+using Matrix3 = MapMatrix;
 
 Matrix3 Multiply(const Matrix3& a, const Matrix3& b) {
     Matrix3 c{};
@@ -52,13 +54,6 @@ std::optional<Matrix3> Inverse(const DrawMatrix& d) {
     r[2][1] = (m[0][1] * m[2][0] - m[0][0] * m[2][1]) / det;
     r[2][2] = (m[0][0] * m[1][1] - m[0][1] * m[1][0]) / det;
     return r;
-}
-
-util::Status Apply(VipsCall& call, VipsImagePtr& image) {
-    VipsImagePtr out;
-    if (util::Status s = call.Run(GraphicsStep::kEncoding, out)) return s;
-    image = std::move(out);
-    return util::kNoError;
 }
 
 std::vector<double> White(const VipsImage* image) { return std::vector<double>(size_t(image->Bands), 255.0); }
@@ -100,31 +95,7 @@ util::Status DrawProjective(VipsImagePtr& image, double originX, double originY,
     const int width = bounds.right - bounds.left, height = bounds.bottom - bounds.top;
 
     VipsImagePtr index;
-    VipsCall xyz("xyz");
-    xyz.Set("width", width).Set("height", height);
-    if (util::Status s = xyz.Run(GraphicsStep::kEncoding, index)) return s;
-    VipsCall one("bandjoin_const");
-    one.Set("in", index.get()).SetDoubles("c", {1.0});
-    if (util::Status s = Apply(one, index)) return s;
-    // recomb's rows are output bands: band j = sum over k of row j, column k × band k.
-    const double rows[9] = {k[0][0], k[1][0], k[2][0], k[0][1], k[1][1], k[2][1], k[0][2], k[1][2], k[2][2]};
-    VipsImagePtr recombination(vips_image_new_matrix_from_array(3, 3, rows, 9));
-    if (!recombination) return StatusFromVipsError(GraphicsStep::kEncoding);
-    VipsCall recomb("recomb");
-    recomb.Set("in", index.get()).Set("m", recombination.get());
-    if (util::Status s = Apply(recomb, index)) return s;
-
-    VipsImagePtr uv, w;
-    VipsCall takeUv("extract_band");
-    takeUv.Set("in", index.get()).Set("band", 0).Set("n", 2);
-    if (util::Status s = takeUv.Run(GraphicsStep::kEncoding, uv)) return s;
-    VipsCall takeW("extract_band");
-    takeW.Set("in", index.get()).Set("band", 2);
-    if (util::Status s = takeW.Run(GraphicsStep::kEncoding, w)) return s;
-    VipsCall divide("divide");
-    divide.Set("left", uv.get()).Set("right", w.get());
-    if (util::Status s = divide.Run(GraphicsStep::kEncoding, index)) return s;
-
+    if (util::Status s = ProjectiveMapImage(k, width, height, index)) return s;
     VipsCall map("mapim");
     map.Set("in", image.get())
         .Set("index", index.get())
