@@ -1,5 +1,7 @@
 #include "image/transform/matrix_record.h"
 
+#include "util/matrix3.h"
+
 #include <cmath>
 #include <numbers>
 #include <optional>
@@ -10,15 +12,8 @@ namespace {
 
 constexpr DoubleMatrix kIdentity{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
 
-DoubleMatrix Multiply(const DoubleMatrix& a, const DoubleMatrix& b) {
-    DoubleMatrix c{};
-    for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j)
-            for (int k = 0; k < 3; ++k) c[i][j] += a[i][k] * b[k][j];
-    return c;
-}
-
-DoubleMatrix Translation(double dx, double dy) { return {{{1, 0, 0}, {0, 1, 0}, {dx, dy, 1}}}; }
+using util::Multiply;
+using util::Translation;
 
 // m := m then (the operation about the point): move the point to the origin, operate, move back.
 void AppendAbout(MatrixRecord& m, const DoubleMatrix& operation, Fixed aboutX, Fixed aboutY) {
@@ -27,23 +22,8 @@ void AppendAbout(MatrixRecord& m, const DoubleMatrix& operation, Fixed aboutX, F
     m = FromDoubles(Multiply(ToDoubles(m), about));
 }
 
-std::optional<DoubleMatrix> Inverse(const DoubleMatrix& m) {
-    const double det = m[0][0] * (m[1][1] * m[2][2] - m[1][2] * m[2][1]) -
-                       m[0][1] * (m[1][0] * m[2][2] - m[1][2] * m[2][0]) +
-                       m[0][2] * (m[1][0] * m[2][1] - m[1][1] * m[2][0]);
-    if (!std::isfinite(det) || std::fabs(det) < 1e-12) return std::nullopt;
-    DoubleMatrix r;
-    r[0][0] = (m[1][1] * m[2][2] - m[1][2] * m[2][1]) / det;
-    r[0][1] = (m[0][2] * m[2][1] - m[0][1] * m[2][2]) / det;
-    r[0][2] = (m[0][1] * m[1][2] - m[0][2] * m[1][1]) / det;
-    r[1][0] = (m[1][2] * m[2][0] - m[1][0] * m[2][2]) / det;
-    r[1][1] = (m[0][0] * m[2][2] - m[0][2] * m[2][0]) / det;
-    r[1][2] = (m[0][2] * m[1][0] - m[0][0] * m[1][2]) / det;
-    r[2][0] = (m[1][0] * m[2][1] - m[1][1] * m[2][0]) / det;
-    r[2][1] = (m[0][1] * m[2][0] - m[0][0] * m[2][1]) / det;
-    r[2][2] = (m[0][0] * m[1][1] - m[0][1] * m[1][0]) / det;
-    return r;
-}
+// Nearly singular matrices count as singular: their inverse would be all rounding.
+std::optional<DoubleMatrix> Inverse(const DoubleMatrix& m) { return util::Inverse(m, 1e-12); }
 
 // The mapping of the unit square's corners (0,0), (1,0), (1,1), (0,1) onto the quadrilateral's.
 std::optional<DoubleMatrix> SquareToQuad(const FixedQuad& q) {

@@ -4,13 +4,14 @@
 #pragma once
 
 #include "platform/graphics/vips_owners.h"
+#include "util/matrix3.h"
 #include "util/status_codes.h"
 
 #include <array>
 
 namespace vd::platform {
 
-using MapMatrix = std::array<std::array<double, 3>, 3>;
+using MapMatrix = util::Matrix3;
 
 util::Status ProjectiveMapImage(const MapMatrix& k, int width, int height, VipsImagePtr& map);
 
