@@ -6,25 +6,9 @@
 #include <cstdint>
 #include <cstring>
 
-#include <sys/mman.h>
-
 using namespace vdhost;
 
 namespace {
-
-// A copy of a stream's bytes. A large one (a picture, a sound) is asked to live in 2 MiB pages:
-// filling fresh memory faults once per page, and on a virtual machine tens of thousands of 4 KiB
-// faults cost more than the copy itself.
-std::shared_ptr<const Bytes> StreamCopy(const uint8_t* p, size_t amount) {
-    constexpr uintptr_t kHugePage = uintptr_t(2) << 20;
-    auto bytes = std::make_shared<Bytes>();
-    bytes->reserve(amount);
-    const uintptr_t start = reinterpret_cast<uintptr_t>(bytes->data());
-    const uintptr_t begin = (start + kHugePage - 1) & ~(kHugePage - 1), end = (start + amount) & ~(kHugePage - 1);
-    if (end > begin) ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
-    bytes->assign(p, p + amount);
-    return bytes;
-}
 
 const Stream& streamAt(const FMX_BinaryData* binary, int32_t index) {
     const auto& streams = deref(binary).streams;
@@ -112,7 +96,7 @@ FMX_API FMX_ErrCode FM_BinaryData_Add(FMX_BinaryData* binary, const FMX_QuadChar
         if (amount && !buffer) return FMX_ERR_PARAMETER;
         if (b.indexOf(code) >= 0) return FMX_ERR_ALREADY_EXISTS;
         const auto* p = static_cast<const uint8_t*>(buffer);
-        b.streams.push_back({code, StreamCopy(p, amount)});
+        b.streams.push_back({code, StreamBytes::copyOf(p, amount)});
         return FMX_NO_ERROR;
     });
 }
@@ -135,7 +119,7 @@ FMX_API FMX_ErrCode FM_BinaryData_AddFNAMData(FMX_BinaryData* binary, const FMX_
     return hostCallOr(rec, FMX_ErrCode{FMX_ERR_PARAMETER}, [&]() -> FMX_ErrCode {
         auto& b = deref(binary);
         if (b.indexOf(kFnamType) >= 0) return FMX_ERR_ALREADY_EXISTS;
-        b.streams.push_back({kFnamType, std::make_shared<const Bytes>(encodeFnam(deref(name).units))});
+        b.streams.push_back({kFnamType, std::make_shared<const StreamBytes>(encodeFnam(deref(name).units))});
         return FMX_NO_ERROR;
     });
 }

@@ -17,7 +17,7 @@ Bytes encodeFnam(std::u16string_view name) {
     return out;
 }
 
-std::optional<std::u16string> decodeFnam(const Bytes& bytes) {
+std::optional<std::u16string> decodeFnam(std::span<const uint8_t> bytes) {
     if (bytes.empty() || bytes[0] != kFnamVersion) return std::nullopt;
     return utf8ToUtf16(std::string_view(reinterpret_cast<const char*>(bytes.data()) + 1, bytes.size() - 1));
 }

@@ -6,6 +6,7 @@
 #include "objects.h"
 
 #include <optional>
+#include <span>
 #include <string>
 
 namespace vdhost {
@@ -14,6 +15,6 @@ constexpr uint32_t kFnamType = 0x464E414D;  // 'FNAM'
 
 Bytes encodeFnam(std::u16string_view name);
 // nullopt for bytes that are not in this encoding.
-std::optional<std::u16string> decodeFnam(const Bytes& bytes);
+std::optional<std::u16string> decodeFnam(std::span<const uint8_t> bytes);
 
 }  // namespace vdhost

@@ -2,6 +2,8 @@
 // database, command line) works on these structures directly; plug-ins only see pointers.
 #pragma once
 
+#include "stream_bytes.h"
+
 #include <fmx/fmx.h>
 
 #include <cstdint>
@@ -28,12 +30,10 @@ struct FMX_Locale {
 
 namespace vdhost {
 
-using Bytes = std::vector<uint8_t>;
-
 // Stream bytes never change once added, so copies of a container share them.
 struct Stream {
     uint32_t type = 0;
-    std::shared_ptr<const Bytes> bytes;
+    std::shared_ptr<const StreamBytes> bytes;
 
     size_t size() const { return bytes ? bytes->size() : 0; }
 };

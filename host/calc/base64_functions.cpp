@@ -44,9 +44,9 @@ FMX_Data base64DecodeFunction(Args a, SourcePosition where) {
 
     std::u16string fileName(textArgument(a[1]));
     FMX_BinaryData binary;
-    binary.streams.push_back(Stream{kFileType, std::make_shared<const Bytes>(std::move(*bytes))});
+    binary.streams.push_back(Stream{kFileType, StreamBytes::copyOf(bytes->data(), bytes->size())});
     // A file without a name is still a file; it just has no "FNAM" stream.
-    if (!fileName.empty()) binary.streams.push_back(Stream{kFnamType, std::make_shared<const Bytes>(encodeFnam(fileName))});
+    if (!fileName.empty()) binary.streams.push_back(Stream{kFnamType, std::make_shared<const StreamBytes>(encodeFnam(fileName))});
     // An embedded file shows as its name, as a container shows in a layout.
     return makeContainer(std::move(binary), std::move(fileName));
 }

@@ -137,7 +137,7 @@ FMX_Data decodeContainer(std::span<const uint8_t> blob) {
     for (uint64_t i = 0; i < count; ++i) {
         uint32_t type = in.typeCode("a stream type");
         auto bytes = in.take(in.little(8, "a stream length"), "the stream bytes");
-        binary.streams.push_back({type, std::make_shared<const Bytes>(bytes.begin(), bytes.end())});
+        binary.streams.push_back({type, StreamBytes::copyOf(bytes.data(), bytes.size())});
     }
     if (in.left() != 0) malformed(std::to_string(in.left()) + " bytes follow the last stream");
     return makeContainer(std::move(binary), std::move(text));

@@ -82,7 +82,7 @@ std::optional<ByteSlice> PicturePreviews::shrink(const ByteSlice& picture) {
                     kSecondsToShrink))
         return std::nullopt;
     std::ifstream in(files.paths[1], std::ios::binary);
-    auto bytes = std::make_shared<Bytes>(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    auto bytes = std::make_shared<const StreamBytes>(Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()));
     if (bytes->empty() || bytes->size() >= picture.length) return std::nullopt;
     const size_t length = bytes->size();
     return ByteSlice{std::move(bytes), 0, length, "image/jpeg"};

@@ -12,7 +12,7 @@ namespace vdhost::serve {
 
 // A run of bytes inside a shared buffer, served without copying.
 struct ByteSlice {
-    std::shared_ptr<const Bytes> owner;
+    std::shared_ptr<const StreamBytes> owner;
     size_t offset = 0;
     size_t length = 0;
     std::string mediaType;

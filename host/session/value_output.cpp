@@ -42,15 +42,15 @@ std::string displayText(const FMX_Data& value, bool raw) {
     return raw ? text : showLineBreaks(std::move(text));
 }
 
-std::shared_ptr<const Bytes> outputBytes(const FMX_Data& value, bool raw) {
+std::shared_ptr<const StreamBytes> outputBytes(const FMX_Data& value, bool raw) {
     if (isContainer(value))
         for (const auto& s : value.binary.streams)
             if (s.type != kFnamType && s.type != kSizeType) return s.bytes;
     std::string text = raw ? utf8Of(value) : showLineBreaks(utf8Of(value));
-    return std::make_shared<const Bytes>(text.begin(), text.end());
+    return std::make_shared<const StreamBytes>(Bytes(text.begin(), text.end()));
 }
 
-void writeFileAtomically(const fs::path& path, const Bytes& bytes) {
+void writeFileAtomically(const fs::path& path, std::span<const uint8_t> bytes) {
     fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
     std::string pattern = (folder / ("." + path.filename().string() + ".XXXXXX")).string();
     int fd = mkstemp(pattern.data());

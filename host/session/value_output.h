@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <span>
 #include <string>
 
 namespace vdhost {
@@ -18,10 +19,10 @@ std::string displayText(const FMX_Data& value, bool raw);
 // ("FNAM" and "SIZE" skipped), otherwise the text in UTF-8 with its carriage returns as line feeds,
 // as the terminal shows it, unless raw. A container's stream is shared, not copied: results of
 // hundreds of megabytes are written straight from the value.
-std::shared_ptr<const Bytes> outputBytes(const FMX_Data& value, bool raw);
+std::shared_ptr<const StreamBytes> outputBytes(const FMX_Data& value, bool raw);
 
 // Writes through a temporary file in the same folder and renames it into place, so that a failure
 // never leaves a half-written target. Throws std::runtime_error with a readable message.
-void writeFileAtomically(const std::filesystem::path& path, const Bytes& bytes);
+void writeFileAtomically(const std::filesystem::path& path, std::span<const uint8_t> bytes);
 
 }  // namespace vdhost

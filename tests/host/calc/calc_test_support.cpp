@@ -25,14 +25,14 @@ FMX_ErrCode TestContext::evaluate(std::u16string_view expression, FMX_Data& resu
 FMX_Data container(std::initializer_list<std::pair<const char*, Bytes>> streams, std::u16string ownText) {
     FMX_BinaryData binary;
     for (const auto& [type, bytes] : streams)
-        binary.streams.push_back(Stream{fourCharCode(type), std::make_shared<const Bytes>(bytes)});
+        binary.streams.push_back(Stream{fourCharCode(type), std::make_shared<const StreamBytes>(bytes)});
     return makeContainer(std::move(binary), std::move(ownText));
 }
 
 std::string streamText(const FMX_Data& value, const char* type) {
     int32_t index = value.binary.indexOf(fourCharCode(type));
     if (index < 0) return {};
-    const Bytes& bytes = *value.binary.streams[static_cast<size_t>(index)].bytes;
+    const StreamBytes& bytes = *value.binary.streams[static_cast<size_t>(index)].bytes;
     return std::string(bytes.begin(), bytes.end());
 }
 

@@ -23,8 +23,8 @@ FMX_Data sampleContainer() {
     FMX_BinaryData binary;
     binary.streams.push_back({kJpeg, bytesOf(std::string("\xFF\xD8\x00\x01\xFF\xD9", 6))});
     binary.streams.push_back(
-        {kFnamType, std::make_shared<const Bytes>(encodeFnam(u"Photo \u00E9t\u00E9.jpg"))});
-    binary.streams.push_back({kSize, std::make_shared<const Bytes>()});
+        {kFnamType, std::make_shared<const StreamBytes>(encodeFnam(u"Photo \u00E9t\u00E9.jpg"))});
+    binary.streams.push_back({kSize, std::make_shared<const StreamBytes>()});
     return makeContainer(std::move(binary), u"Photo \u00E9t\u00E9.jpg");
 }
 

@@ -66,9 +66,9 @@ TEST_F(DatabaseValues, ContainerRoundTripsByteForByteWithALargeStream) {
     Bytes large(20 * 1024 * 1024);
     for (size_t i = 0; i < large.size(); ++i) large[i] = static_cast<uint8_t>((i * 2654435761u) >> 13);
     FMX_BinaryData binary;
-    binary.streams.push_back({0x4A504547, std::make_shared<const Bytes>(large)});
-    binary.streams.push_back({kFnamType, std::make_shared<const Bytes>(encodeFnam(u"big.jpg"))});
-    binary.streams.push_back({0x5A45524F, std::make_shared<const Bytes>()});  // 'ZERO', 0 bytes
+    binary.streams.push_back({0x4A504547, StreamBytes::copyOf(large.data(), large.size())});
+    binary.streams.push_back({kFnamType, std::make_shared<const StreamBytes>(encodeFnam(u"big.jpg"))});
+    binary.streams.push_back({0x5A45524F, std::make_shared<const StreamBytes>()});  // 'ZERO', 0 bytes
     binary.streams.push_back({0x534E4420, bytesOf("last")});
     const FMX_Data container = makeContainer(std::move(binary), u"big.jpg");
     db.write("Media", "Photo", container);

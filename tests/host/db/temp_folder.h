@@ -38,8 +38,8 @@ private:
 using vdtest::readFile;
 using vdtest::writeFile;
 
-inline std::shared_ptr<const Bytes> bytesOf(const std::string& s) {
-    return std::make_shared<const Bytes>(s.begin(), s.end());
+inline std::shared_ptr<const StreamBytes> bytesOf(const std::string& s) {
+    return std::make_shared<const StreamBytes>(Bytes(s.begin(), s.end()));
 }
 
 // The same own text and the same streams, byte for byte, in the same order.
@@ -51,9 +51,9 @@ inline void expectSameContainer(const FMX_Data& actual, const FMX_Data& expected
         SCOPED_TRACE(fourCharText(expected.binary.streams[i].type));
         EXPECT_EQ(actual.binary.streams[i].type, expected.binary.streams[i].type);
         ASSERT_TRUE(actual.binary.streams[i].bytes);
-        const Bytes empty;
-        const Bytes& want = expected.binary.streams[i].bytes ? *expected.binary.streams[i].bytes : empty;
-        EXPECT_TRUE(*actual.binary.streams[i].bytes == want) << "the stream's bytes differ";
+        const StreamBytes empty;
+        const StreamBytes& want = expected.binary.streams[i].bytes ? *expected.binary.streams[i].bytes : empty;
+        EXPECT_TRUE(std::ranges::equal(*actual.binary.streams[i].bytes, want)) << "the stream's bytes differ";
     }
 }
 

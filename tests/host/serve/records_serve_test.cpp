@@ -25,7 +25,7 @@ protected:
         database.write("People", "Name", vdhost::makeText(u"Grace Hopper"));
         std::string png = pngOfSize(kLargeWidth, kLargeHeight);
         FMX_BinaryData binary;
-        binary.streams.push_back({vdhost::fourCharCode("PNGf"), std::make_shared<const vdhost::Bytes>(png.begin(), png.end())});
+        binary.streams.push_back({vdhost::fourCharCode("PNGf"), std::make_shared<const vdhost::StreamBytes>(vdhost::Bytes(png.begin(), png.end()))});
         database.write("People", "Photo", vdhost::makeContainer(std::move(binary)));
     }
     std::filesystem::path db() const { return folder / "People.vddb"; }

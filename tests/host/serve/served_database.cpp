@@ -90,7 +90,7 @@ void buildPeopleDatabase(const std::filesystem::path& database) {
     // A "PNGf" stream, as a picture pasted into a container keeps it.
     std::string png = pngOfSize(kPhotoWidth, kPhotoHeight);
     FMX_BinaryData binary;
-    binary.streams.push_back({vdhost::fourCharCode("PNGf"), std::make_shared<const vdhost::Bytes>(png.begin(), png.end())});
+    binary.streams.push_back({vdhost::fourCharCode("PNGf"), std::make_shared<const vdhost::StreamBytes>(vdhost::Bytes(png.begin(), png.end()))});
     vdhost::db::Database(database).write("People", "Photo", vdhost::makeContainer(std::move(binary)));
 }
 

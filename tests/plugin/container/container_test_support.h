@@ -18,7 +18,7 @@ namespace vdtest {
 inline FMX_Data ContainerOf(std::initializer_list<std::pair<const char*, std::string>> streams) {
     FMX_BinaryData binary;
     for (const auto& [type, bytes] : streams)
-        binary.streams.push_back({vdhost::fourCharCode(type), std::make_shared<const vdhost::Bytes>(bytes.begin(), bytes.end())});
+        binary.streams.push_back({vdhost::fourCharCode(type), std::make_shared<const vdhost::StreamBytes>(vdhost::Bytes(bytes.begin(), bytes.end()))});
     return vdhost::makeContainer(std::move(binary));
 }
 

@@ -82,7 +82,7 @@ TEST(ContainerListing, TypesInOrderWithTheFileNameAndTheLengthLimit) {
     for (int i = 0; i < 150; ++i) {
         char type[5];
         std::snprintf(type, sizeof type, "T%03d", i);
-        many.streams.push_back({vdhost::fourCharCode(type), std::make_shared<const vdhost::Bytes>()});
+        many.streams.push_back({vdhost::fourCharCode(type), std::make_shared<const vdhost::StreamBytes>()});
     }
     const auto big = vdhost::makeContainer(std::move(many));
     const std::string list = vd::container::ListStreamTypes(&big);

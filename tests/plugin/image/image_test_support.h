@@ -127,7 +127,7 @@ inline std::string StreamOf(const FMX_Data& value, const char* type) {
 
 inline FMX_Data ContainerWith(const char* type, const std::string& bytes) {
     FMX_BinaryData binary;
-    binary.streams.push_back({vdhost::fourCharCode(type), std::make_shared<const vdhost::Bytes>(bytes.begin(), bytes.end())});
+    binary.streams.push_back({vdhost::fourCharCode(type), std::make_shared<const vdhost::StreamBytes>(vdhost::Bytes(bytes.begin(), bytes.end()))});
     return vdhost::makeContainer(std::move(binary));
 }
 

@@ -227,7 +227,7 @@ TEST_F(InsertExportTest, AResourceForkGoesIntoItsAttribute) {
         GTEST_SKIP() << "this file system keeps no user attributes";
     FMX_BinaryData binary;
     auto add = [&](const char* type, const std::string& bytes) {
-        binary.streams.push_back({vdhost::fourCharCode(type), std::make_shared<const vdhost::Bytes>(bytes.begin(), bytes.end())});
+        binary.streams.push_back({vdhost::fourCharCode(type), std::make_shared<const vdhost::StreamBytes>(vdhost::Bytes(bytes.begin(), bytes.end()))});
     };
     add("FILE", "data fork");
     add("FORK", "resource fork");
@@ -238,7 +238,7 @@ TEST_F(InsertExportTest, AResourceForkGoesIntoItsAttribute) {
     EXPECT_EQ(std::string(fork), "resource fork");
 
     // No file system keeps an attribute this large: nothing of the file is left.
-    binary.streams.back().bytes = std::make_shared<const vdhost::Bytes>(size_t(200000), uint8_t('r'));
+    binary.streams.back().bytes = std::make_shared<const vdhost::StreamBytes>(vdhost::Bytes(size_t(200000), uint8_t('r')));
     const std::string answer = Export(vdhost::makeContainer(binary), "too-big", false);
     EXPECT_NE(answer.find(": Could not write to resource fork (disk space, permissions)"), std::string::npos) << answer;
     EXPECT_FALSE(fs::exists(Path("too-big")));
