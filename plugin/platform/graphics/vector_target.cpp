@@ -1,6 +1,6 @@
 #include "platform/graphics/vector_target.h"
 
-#include "platform/common/huge_pages.h"
+#include "platform/common/fresh_memory.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -8,6 +8,13 @@
 #include <new>
 
 namespace vd::platform {
+
+namespace {
+
+// How far ahead of the writer pages are made: a few bands of a large picture.
+constexpr size_t kPreparedAhead = size_t(8) << 20;
+
+}  // namespace
 
 VectorTarget::VectorTarget(std::vector<uint8_t>& out, size_t expected) : out_(out) {
     out.clear();
@@ -37,6 +44,7 @@ gint64 VectorTarget::OnWrite(VipsTargetCustom*, const void* data, gint64 length,
     if (length < 0) return -1;
     const auto* bytes = static_cast<const uint8_t*>(data);
     const size_t n = size_t(length), overlap = std::min(n, t.out_.size() - std::min(t.position_, t.out_.size()));
+    t.PrepareUpTo(t.position_ + n);
     try {
         if (t.position_ > t.out_.size()) t.out_.resize(t.position_, 0);  // a seek past the end leaves a hole
         std::memcpy(t.out_.data() + t.position_, bytes, overlap);
@@ -47,6 +55,13 @@ gint64 VectorTarget::OnWrite(VipsTargetCustom*, const void* data, gint64 length,
     }
     t.position_ += n;
     return length;
+}
+
+void VectorTarget::PrepareUpTo(size_t end) {
+    if (end <= prepared_ || prepared_ >= out_.capacity()) return;
+    const size_t upTo = std::min(out_.capacity(), std::max(end, prepared_ + kPreparedAhead));
+    PrepareForWriting(out_.data() + prepared_, upTo - prepared_);
+    prepared_ = upTo;
 }
 
 gint64 VectorTarget::OnRead(VipsTargetCustom*, void* buffer, gint64 length, void* self) {

@@ -2,6 +2,9 @@
 // own buffer by copying and leave a blob to be copied out again; here the vector has room for the
 // largest file expected before the first byte (room that is never touched costs nothing), and the
 // file is written once, in place. Seeking and reading back work, as TIFF's writer needs them.
+// The pages are made a few megabytes ahead of the writer, in one call each time, rather than
+// faulted in one by one (see fresh_memory.h); savers write on a thread of their own, so this
+// happens while the picture is still being decoded.
 #pragma once
 
 #include "platform/graphics/vips_owners.h"
@@ -33,9 +36,11 @@ private:
     static gint64 OnRead(VipsTargetCustom*, void* buffer, gint64 length, void* self);
     static gint64 OnSeek(VipsTargetCustom*, gint64 offset, int whence, void* self);
     static int OnEnd(VipsTargetCustom*, void* self);
+    void PrepareUpTo(size_t end);
 
     std::vector<uint8_t>& out_;
     size_t position_ = 0;
+    size_t prepared_ = 0;  // bytes of the room whose pages are made
     util::Status status_ = util::kNoError;
     VipsTargetCustom* target_ = nullptr;
 };
