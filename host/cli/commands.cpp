@@ -6,7 +6,7 @@
 #include "calc/calc_error.h"
 #include "calc/interruption.h"
 #include "interrupt_signals.h"
-#include "serve/server.h"
+#include "command_modules.h"
 #include "session/names.h"
 #include "session/script.h"
 #include "session/value_output.h"
@@ -179,12 +179,12 @@ int dispatch(Session& session, const Options& o) {
     }
     if (c == "serve") {
         expectArguments(o, 0);
-        serve::runServer(session, serve::ServeOptions{o.port, o.allowCalculations}, std::cout);
+        runServeModule(session, o, std::cout);
         return kOk;
     }
     if (c == "repl") {
         expectArguments(o, 0);
-        return replCommand(session, o);
+        return runReplModule(session, o);
     }
     throw UsageError("unknown command " + c + " (see vdhost --help)");
 }

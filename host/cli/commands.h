@@ -7,6 +7,7 @@ namespace vdhost::cli {
 
 int runCommand(const Options& options);
 
-int replCommand(Session& session, const Options& options);
+// vdhost repl, in the module libvdhost_repl.so.
+extern "C" int vdhostReplCommand(Session& session, const Options& options);
 
 }  // namespace vdhost::cli

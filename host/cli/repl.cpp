@@ -90,7 +90,7 @@ Input readLine(Session& session, const char* prompt, bool interactive) {
 
 }  // namespace
 
-int replCommand(Session& session, const Options& options) {
+extern "C" int vdhostReplCommand(Session& session, const Options& options) {
     bool interactive = isatty(STDIN_FILENO);
     // Our SIGINT handler decides what Ctrl-C does; the line editor must not put its own in front.
     rl_catch_signals = 0;

@@ -55,3 +55,7 @@ void runServer(Session& session, const ServeOptions& options, std::ostream& out)
 }
 
 }  // namespace vdhost::serve
+
+extern "C" void vdhostRunServer(vdhost::Session& session, const vdhost::serve::ServeOptions& options, std::ostream& out) {
+    vdhost::serve::runServer(session, options, out);
+}

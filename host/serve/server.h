@@ -18,3 +18,6 @@ struct ServeOptions {
 void runServer(Session& session, const ServeOptions& options, std::ostream& out);
 
 }  // namespace vdhost::serve
+
+// runServer, as vdhost finds it in the module libvdhost_serve.so.
+extern "C" void vdhostRunServer(vdhost::Session& session, const vdhost::serve::ServeOptions& options, std::ostream& out);
