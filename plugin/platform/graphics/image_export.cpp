@@ -11,6 +11,7 @@
 #include "platform/graphics/matrix_drawing.h"
 #include "platform/graphics/pict_codec.h"
 #include "platform/graphics/pixel_buffer.h"
+#include "platform/graphics/png_writer.h"
 #include "platform/graphics/quicktime_image.h"
 #include "platform/graphics/vips_call.h"
 #include "platform/graphics/vips_steps.h"
@@ -165,6 +166,7 @@ util::Status SaveWithVips(VipsImage* image, const char* saver, const ImageFormat
     // The saver that writes to a target writes straight into out; the one that writes to memory
     // stays for a library without it.
     const std::string_view name = saver;
+    if (name == "pngsave_buffer" && !WantsBilevel(s.depth) && WritesAsPlainPng(image)) return WritePlainPng(image, out);
     std::string toTarget(name.substr(0, name.rfind('_')));
     toTarget += "_target";
     const bool targeted = vips_type_find("VipsOperation", toTarget.c_str()) != 0;

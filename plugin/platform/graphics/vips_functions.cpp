@@ -97,6 +97,8 @@ constexpr const char* kSonames[] = {kVipsLibrary};
                                  gpointer data, GClosureNotify destroy_data, GConnectFlags connect_flags), \
       (instance, detailed_signal, c_handler, data, destroy_data, connect_flags))                           \
     X(0, g_free, (gpointer mem), (mem))                                                                     \
+    X(0, g_strfreev, (gchar** str_array), (str_array))                                                      \
+    X(0, vips_image_get_fields, (VipsImage* image), (image))                                                \
     X(0, vips_precision_get_type, (void), ())
 
 enum Function : size_t { VD_VIPS_FUNCTIONS(VD_LAZY_INDEX) kFunctionCount };
