@@ -25,6 +25,7 @@ public:
     StartedProcess(const StartedProcess&) = delete;
     StartedProcess& operator=(const StartedProcess&) = delete;
     int pid() const { return pid_; }
+    std::string outputSoFar() const { return readFile(io_ / "out"); }
     ProcessResult finish();  // waits for it and collects what it printed
 
 private:
