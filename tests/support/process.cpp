@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -46,6 +47,12 @@ StartedProcess::StartedProcess(const std::vector<std::string>& argv, const std::
         execv(args[0], args.data());
         _exit(127);
     }
+}
+
+StartedProcess::~StartedProcess() {
+    if (pid_ <= 0) return;
+    kill(pid_, SIGKILL);
+    waitpid(pid_, nullptr, 0);
 }
 
 ProcessResult StartedProcess::finish() {

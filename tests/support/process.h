@@ -15,14 +15,17 @@ struct ProcessResult {
     std::string err;
 };
 
-// A program started as runProcess starts it, to be waited for later (after a signal, say).
+// A program started as runProcess starts it, to be waited for later (after a signal, say). One
+// not waited for is killed when its owner goes, so that no test leaves a process behind.
 class StartedProcess {
 public:
     StartedProcess(const std::vector<std::string>& argv, const std::map<std::string, std::string>& environment = {},
                    const std::string& input = "", const std::string& workingFolder = "");
+    ~StartedProcess();
     StartedProcess(const StartedProcess&) = delete;
     StartedProcess& operator=(const StartedProcess&) = delete;
     int pid() const { return pid_; }
+    std::string outputSoFar() const { return readFile(io_ / "out"); }
     ProcessResult finish();  // waits for it and collects what it printed
 
 private:

@@ -6,11 +6,12 @@
 #include <db/database.h>
 
 #include <array>
+#include <chrono>
 #include <csignal>
 #include <fstream>
 #include <stdexcept>
+#include <thread>
 
-#include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -101,26 +102,16 @@ ServedDatabase::ServedDatabase(const std::filesystem::path& database, const std:
     argv.push_back("serve");
     argv.insert(argv.end(), {"--port", "0"});
     argv.insert(argv.end(), serveArguments.begin(), serveArguments.end());
-    int pipeEnds[2];
-    if (pipe(pipeEnds) != 0) throw std::runtime_error("no pipe");
-    pid_ = fork();
-    if (pid_ == 0) {
-        dup2(pipeEnds[1], STDOUT_FILENO);
-        close(pipeEnds[0]);
-        close(pipeEnds[1]);
-        std::vector<char*> raw;
-        for (auto& a : argv) raw.push_back(a.data());
-        raw.push_back(nullptr);
-        execv(raw[0], raw.data());
-        _exit(127);
-    }
-    close(pipeEnds[1]);
+    process_.emplace(argv);
     // The first line names the address: "... http://127.0.0.1:PORT/?token=TOKEN".
     std::string line;
-    char c;
-    pollfd fd{pipeEnds[0], POLLIN, 0};
-    while (line.find('\n') == std::string::npos && poll(&fd, 1, 30000) > 0 && read(pipeEnds[0], &c, 1) == 1) line += c;
-    close(pipeEnds[0]);
+    for (const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+         (line = process_->outputSoFar()).find('\n') == std::string::npos && std::chrono::steady_clock::now() < deadline;) {
+        siginfo_t ended{};  // looked at, not reaped: stop() waits for it
+        if (waitid(P_PID, id_t(process_->pid()), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 && ended.si_pid != 0) break;
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    line = line.substr(0, line.find('\n'));
     size_t colon = line.find("127.0.0.1:"), token = line.find("token=");
     if (colon == std::string::npos || token == std::string::npos) {
         stop();
@@ -131,12 +122,11 @@ ServedDatabase::ServedDatabase(const std::filesystem::path& database, const std:
 }
 
 int ServedDatabase::stop() {
-    if (pid_ < 0) return -1;
-    kill(pid_, SIGTERM);
-    int status = 0;
-    waitpid(pid_, &status, 0);
-    pid_ = -1;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    if (!process_) return -1;
+    kill(process_->pid(), SIGTERM);
+    const int status = process_->finish().status;
+    process_.reset();
+    return status;
 }
 
 ServedDatabase::~ServedDatabase() { stop(); }

@@ -2,13 +2,14 @@
 // process on a free loopback port, with the real plug-in.
 #pragma once
 
-#include "support/temp_folder.h"
+#include "support/process.h"
 
 #include <httplib.h>
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -46,7 +47,7 @@ public:
     int stop();
 
 private:
-    int pid_ = -1;
+    std::optional<StartedProcess> process_;
     int port_ = 0;
     std::string token_;
 };

@@ -2,6 +2,7 @@
 #include "plugin/plugin_test_support.h"
 
 #include <api/objects.h>
+#include <api/text_codec.h>
 #include <api/values.h>
 
 #include <gtest/gtest.h>
@@ -13,38 +14,30 @@ namespace {
 
 using Request = vdhost::FunctionRegistry::Request;
 
-// Which version codes are accepted is pinned in the host version tests; here each answer once.
-TEST(StartUp, AnswersForHostInterfaceVersionsAndVersionTexts) {
-    ScopedEnv media("VANDREL_MEDIA_LAYER", std::nullopt);
+// Which version codes are accepted is pinned in the host version tests; here each answer once,
+// and a start without the media layer.
+TEST(StartUp, AnswersForHostInterfaceVersionsAndVersionTextsAndTheMediaLayer) {
     ScopedEnv fallback("VDHOST_VERSION_TEXT", std::nullopt);
-    struct Case {
-        int16_t interfaceVersion;
-        std::u16string text;
+    const struct {
+        vdhost::HostIdentity identity;
+        std::optional<std::string> mediaLayer;
         intptr_t answer;
-    };
-    const Case cases[] = {
-        {49, u"ProAdvanced 11.0v3", -1},
-        {50, u"ProAdvanced 7.0v3", 52},
-        {51, u"Pro 10.1v2", -2},
+    } cases[] = {
+        {{49, u"ProAdvanced 11.0v3"}, std::nullopt, -1},
+        {{50, u"ProAdvanced 7.0v3"}, std::nullopt, 52},
+        {{51, u"Pro 10.1v2"}, std::nullopt, -2},
+        {{}, "absent", -2},
     };
     for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.identity.interfaceVersion << " " << vdhost::utf16ToUtf8(c.identity.versionText)
+                                        << " " << c.mediaLayer.value_or("present"));
+        ScopedEnv media("VANDREL_MEDIA_LAYER", c.mediaLayer);
         RegistryLog log;
         vdhost::Plugin plugin(VandrelBundle());
-        EXPECT_EQ(plugin.start({c.interfaceVersion, c.text}), c.answer)
-            << c.interfaceVersion << " " << std::string(c.text.begin(), c.text.end());
+        EXPECT_EQ(plugin.start(c.identity), c.answer);
         // A refused start registers nothing.
-        if (c.answer < 0) {
-            EXPECT_TRUE(log.Ids(Request::Register).empty());
-        }
+        if (c.answer < 0) { EXPECT_TRUE(log.Ids(Request::Register).empty()); }
     }
-}
-
-TEST(StartUp, RefusedWithoutTheMediaLayer) {
-    ScopedEnv media("VANDREL_MEDIA_LAYER", "absent");
-    RegistryLog log;
-    vdhost::Plugin plugin(VandrelBundle());
-    EXPECT_EQ(plugin.start({}), -2);
-    EXPECT_TRUE(log.Ids(Request::Register).empty());
 }
 
 TEST(StartUp, WithoutJpegExportTheFunctionsStillRegister) {

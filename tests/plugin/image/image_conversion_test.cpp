@@ -207,33 +207,28 @@ TEST_F(ImageConversionTest, KeptSettingsApplyToLaterShortCalls) {
 
 TEST_F(ImageConversionTest, FailuresSayWhatWentWrong) {
     const FMX_Data bmp = ContainerWith("BMPf", BmpOf(Blocks(16, 16)));
-    EXPECT_EQ(Text(u"Vandrel_ConvertImage ( $a ; \"JPG\" )", {bmp}),
-              "$20101:Vandrel_ConvertImage: Image type code must be exactly 4 characters, empty, or start a list of items");
-    EXPECT_EQ(Text(u"Vandrel_ConvertImage ( $a ; 1234 )", {bmp}), "$20102:Vandrel_ConvertImage: Image type code must be text");
-    EXPECT_EQ(Text(u"Vandrel_ConvertImage ( $a ; \"JPEG\" ; 1 ; 2 ; 3 ; 4 ; 5 ; 6 ; 7 ; 8 )", {bmp}),
-              "$20100:Vandrel_ConvertImage: Requires either 2 or 10 parameters");
-    EXPECT_EQ(Text(u"Vandrel_ConvertImage ( $a ; \"XYZW\" )", {bmp}),
-              "$-2005:Vandrel_ConvertImage: Could not find QT exporter for specified image type");
-    EXPECT_EQ(Text(u"Vandrel_ConvertImage ( $a ; \"snd \" )", {bmp}),
-              "$-2005:Vandrel_ConvertImage: Could not find QT exporter for specified image type");
-    EXPECT_EQ(Text(u"Vandrel_ConvertImage ( $a ; \"PNGf\" )", {ContainerWith("PNGf", "not a picture at all")}),
-              "$-2003:Vandrel_ConvertImage: Could not find QT importer for this type.");
-    // PICT has no signature: bytes that are no picture are refused, never read as another format.
-    EXPECT_EQ(Text(u"Vandrel_ConvertImage ( $a ; \"PNGf\" )", {ContainerWith("PICT", std::string(300, '\x07'))}),
-              "$-2001:Vandrel_ConvertImage: Could not find QT importer for this type.");
-    EXPECT_EQ(Text(u"Vandrel_ConvertImage ( $a ; \"PNGf\" )", {ContainerWith("FNAM", "\x01x")}),
-              "$20400:Vandrel_ConvertImage: Parameter must be image or path");
-    EXPECT_EQ(Text(u"Vandrel_ConvertImage ( \"no such picture.png\" ; \"PNGf\" )"),
-              "$-43:Vandrel_ConvertImage: Could not find referenced image file");
-    EXPECT_EQ(Text(u"Vandrel_ConvertImage ( $a ; \"PNGf\" ; -1 ; -1 ; -1 ; -1 ; -1 ; 5 ; -1 ; -1 ; -1 )", {bmp}),
-              "$-50:Vandrel_ConvertImage: Conversion failed");
     // Headers that claim more pixels than can be held are refused before anything is allocated.
     std::string huge = BmpOf(Blocks(16, 16));
     huge.replace(18, 8, std::string("\x40\x9C\x00\x00\x40\x9C\x00\x00", 8));  // 40000 x 40000
-    EXPECT_EQ(Text(u"Vandrel_ConvertImage ( $a ; \"PNGf\" )", {ContainerWith("BMPf", huge)}),
-              "$-108:Vandrel_ConvertImage: Could not find QT importer for this type.");
-    EXPECT_EQ(Text(u"Vandrel_ConversionDialog ( \"JP\" )"),
-              "$20101:Vandrel_ConversionDialog: Image type code must be exactly 4 characters, empty, or start a list of items");
+    const std::string badCode = "Image type code must be exactly 4 characters, empty, or start a list of items";
+    const std::string noExporter = "$-2005:Vandrel_ConvertImage: Could not find QT exporter for specified image type";
+    const std::string noImporter = ":Vandrel_ConvertImage: Could not find QT importer for this type.";
+    const struct { std::u16string arguments; FMX_Data source; std::string expected; } cases[] = {
+        {u"$a ; \"JPG\"", bmp, "$20101:Vandrel_ConvertImage: " + badCode},
+        {u"$a ; 1234", bmp, "$20102:Vandrel_ConvertImage: Image type code must be text"},
+        {u"$a ; \"JPEG\" ; 1 ; 2 ; 3 ; 4 ; 5 ; 6 ; 7 ; 8", bmp, "$20100:Vandrel_ConvertImage: Requires either 2 or 10 parameters"},
+        {u"$a ; \"XYZW\"", bmp, noExporter},
+        {u"$a ; \"snd \"", bmp, noExporter},
+        {u"$a ; \"PNGf\"", ContainerWith("PNGf", "not a picture at all"), "$-2003" + noImporter},
+        // PICT has no signature: bytes that are no picture are refused, never read as another format.
+        {u"$a ; \"PNGf\"", ContainerWith("PICT", std::string(300, '\x07')), "$-2001" + noImporter},
+        {u"$a ; \"PNGf\"", ContainerWith("BMPf", huge), "$-108" + noImporter},
+        {u"$a ; \"PNGf\"", ContainerWith("FNAM", "\x01x"), "$20400:Vandrel_ConvertImage: Parameter must be image or path"},
+        {u"\"no such picture.png\" ; \"PNGf\"", bmp, "$-43:Vandrel_ConvertImage: Could not find referenced image file"},
+        {u"$a ; \"PNGf\" ; -1 ; -1 ; -1 ; -1 ; -1 ; 5 ; -1 ; -1 ; -1", bmp, "$-50:Vandrel_ConvertImage: Conversion failed"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Text(u"Vandrel_ConvertImage ( " + c.arguments + u" )", {c.source}), c.expected);
+    EXPECT_EQ(Text(u"Vandrel_ConversionDialog ( \"JP\" )"), "$20101:Vandrel_ConversionDialog: " + badCode);
 }
 
 TEST_F(ImageConversionTest, APictureFromTheSystemOpensAndConverts) {
@@ -251,12 +246,6 @@ TEST_F(ImageConversionTest, APictureFromTheSystemOpensAndConverts) {
     EXPECT_EQ(size.substr(2, 2), header.substr(6, 2));
     EXPECT_TRUE(PixelsOf(converted));
 }
-
-}  // namespace
-}  // namespace vdtest
-
-namespace vdtest {
-namespace {
 
 TEST_F(ImageConversionTest, TheDialogAnswersTheChosenSettingsAsText) {
     ScopedEnv script("VANDREL_UI_SCRIPT", Path("answers.txt"));

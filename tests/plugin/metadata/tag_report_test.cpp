@@ -6,10 +6,7 @@
 
 namespace {
 
-using vd::metadata::FindTag;
-using vd::metadata::MetadataReport;
-using vd::metadata::TagEntry;
-using vd::metadata::ValueForm;
+using namespace vd::metadata;
 
 const std::vector<TagEntry> kTags = {
     {"ID3v2", "ID3v2.TIT2", "TIT2", "Song", "Song"},

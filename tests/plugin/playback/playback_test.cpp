@@ -19,35 +19,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using vd::playback::MediaPool;
 
-// Identifiers go to the host as signed 32-bit numbers, as it reads them back (FixPt as long).
-// A call as the host makes it, in this program's own copy of the plug-in (so the pool is the one
-// these tests can look into): the result's text and the code handed back to the host.
-struct Answer {
-    std::string text;
-    FMX_ErrCode code;
-};
-Answer Call(int16_t id, std::vector<FMX_Data> arguments) {
-    FMX_DataVect args;
-    args.items = std::move(arguments);
-    FMX_Data result;
-    const FMX_ErrCode code = vd::DispatchCall(id, nullptr, &args, &result);
-    return {vdhost::utf8Of(result), code};
-}
-FMX_Data T(const char* text) { return vdhost::makeTextUtf8(text); }
-FMX_Data N(double number) { return vdhost::makeNumber(number); }
-
 constexpr int16_t kPlaySound = 2, kStopSound = 14, kGet = 21, kSet = 23, kPlayPause = 25;
-
-// Waits up to `limit` for the condition; answers whether it came.
-template <typename Condition>
-bool Within(std::chrono::milliseconds limit, Condition condition) {
-    const auto end = Clock::now() + limit;
-    while (!condition()) {
-        if (Clock::now() > end) return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-    return true;
-}
 
 // This program's own pool and output go when the tests are over, as at the plug-in's shut-down.
 class PlaybackShutDown : public ::testing::Environment {
@@ -78,7 +50,7 @@ protected:
 TEST_F(PlaybackTest, AnAsynchronousSoundGoesAtTheTickAfterItsEndAndTakesTheTimerWithIt) {
     const std::string tone = Tone("short.wav", 0.3);
     const auto start = Clock::now();
-    EXPECT_EQ(Call(kPlaySound, {T(tone.c_str()), N(1)}).text, "$0:Vandrel_PlaySound: No error.");
+    EXPECT_EQ(Call(kPlaySound, {T(tone), N(1)}).text, "$0:Vandrel_PlaySound: No error.");
     MediaPool& pool = *MediaPool::Instance();
     EXPECT_EQ(pool.EntryCount(), 1u);
     EXPECT_TRUE(TimerInstalled());
@@ -91,8 +63,8 @@ TEST_F(PlaybackTest, AnAsynchronousSoundGoesAtTheTickAfterItsEndAndTakesTheTimer
 
 TEST_F(PlaybackTest, PauseTempoAndStopWorkOnEverySound) {
     const std::string tone = Tone("long.wav", 5);
-    Call(kPlaySound, {T(tone.c_str()), N(1)});
-    Call(kPlaySound, {T(tone.c_str()), N(1)});
+    Call(kPlaySound, {T(tone), N(1)});
+    Call(kPlaySound, {T(tone), N(1)});
     MediaPool& pool = *MediaPool::Instance();
     const std::vector<uint32_t> ids = pool.EntryIds();
     ASSERT_EQ(ids.size(), 2u);
@@ -123,7 +95,7 @@ TEST_F(PlaybackTest, DefaultsKeepTheirUnclampedAndSaturatedForms) {
     MediaPool& pool = *MediaPool::Instance();
     Call(kSet, {T("volume"), N(200)});
     EXPECT_EQ(Call(kGet, {T("volume")}).text, "200");
-    Call(kPlaySound, {T(tone.c_str()), N(1)});
+    Call(kPlaySound, {T(tone), N(1)});
     ASSERT_EQ(pool.EntryIds().size(), 1u);
     const uint32_t id = pool.EntryIds()[0];
     EXPECT_FLOAT_EQ(pool.GetVolume(id), -14336.0f / 256.0f) << "200 x 256 kept in 16 bits by a new sound";
@@ -139,16 +111,16 @@ TEST_F(PlaybackTest, DefaultsKeepTheirUnclampedAndSaturatedForms) {
 TEST_F(PlaybackTest, ASynchronousPlayHoldsTheCallUntilTheEnd) {
     const std::string tone = Tone("short.wav", 0.4);
     const auto start = Clock::now();
-    EXPECT_EQ(Text(u"Vandrel_PlaySound ( $a )", {T(tone.c_str())}), "$0:Vandrel_PlaySound: No error.");
+    EXPECT_EQ(Text(u"Vandrel_PlaySound ( $a )", {T(tone)}), "$0:Vandrel_PlaySound: No error.");
     const double took = std::chrono::duration<double>(Clock::now() - start).count();
     EXPECT_GT(took, 0.38);
     EXPECT_LT(took, 1.0);
     // Start 5 and end 2 play the part between them, here 0.1 s of it.
     const auto part = Clock::now();
-    EXPECT_EQ(Text(u"Vandrel_PlaySound ( $a ; 0 ; 0.3 ; 0.2 )", {T(tone.c_str())}), "$0:Vandrel_PlaySound: No error.");
+    EXPECT_EQ(Text(u"Vandrel_PlaySound ( $a ; 0 ; 0.3 ; 0.2 )", {T(tone)}), "$0:Vandrel_PlaySound: No error.");
     EXPECT_LT(std::chrono::duration<double>(Clock::now() - part).count(), 0.35);
     Text(u"Vandrel_Set ( \"tempo\" ; 0 )");
-    EXPECT_EQ(Text(u"Vandrel_PlaySound ( $a )", {T(tone.c_str())}), "$-50:Vandrel_PlaySound: Error playing sound.")
+    EXPECT_EQ(Text(u"Vandrel_PlaySound ( $a )", {T(tone)}), "$-50:Vandrel_PlaySound: Error playing sound.")
         << "a tempo of 0 would never end";
 }
 
@@ -180,27 +152,25 @@ TEST_F(PlaybackTest, EscapeInTheTerminalStopsASynchronousPlay) {
 
 TEST_F(PlaybackTest, EveryFailureHasItsStatusText) {
     const std::string tone = Tone("short.wav", 0.1);
-    EXPECT_EQ(Call(kPlaySound, {}).text, "$-50:Vandrel_PlaySound: This function requires 1 to 4 parameters.");
-    EXPECT_EQ(Call(kPlaySound, {T(tone.c_str()), N(0), N(0), N(1), N(2)}).text,
-              "$-50:Vandrel_PlaySound: This function requires 1 to 4 parameters.");
-    EXPECT_EQ(Call(kPlaySound, {T(tone.c_str()), N(0), T("soon")}).text,
-              "$-50:Vandrel_PlaySound: Could not get parameter #3 as time.");
-    EXPECT_EQ(Call(kPlaySound, {T(tone.c_str()), N(0), N(0), T("later")}).text,
-              "$-50:Vandrel_PlaySound: Could not get parameter #4 as time.");
-    EXPECT_EQ(Call(kPlaySound, {T(Path("missing.wav").c_str())}).text,
-              "$-43:Vandrel_PlaySound: Could not get parameter #1 as sound.");
-    EXPECT_EQ(Call(kPlaySound, {T("")}).text, "$-50:Vandrel_PlaySound: The container in argument #1 seems to be empty.");
+    const std::string counts = "$-50:Vandrel_PlaySound: This function requires 1 to 4 parameters.";
+    const std::pair<std::vector<FMX_Data>, std::string> cases[] = {
+        {{}, counts},
+        {{T(tone), N(0), N(0), N(1), N(2)}, counts},
+        {{T(tone), N(0), T("soon")}, "$-50:Vandrel_PlaySound: Could not get parameter #3 as time."},
+        {{T(tone), N(0), N(0), T("later")}, "$-50:Vandrel_PlaySound: Could not get parameter #4 as time."},
+        {{T(Path("missing.wav"))}, "$-43:Vandrel_PlaySound: Could not get parameter #1 as sound."},
+        {{T("")}, "$-50:Vandrel_PlaySound: The container in argument #1 seems to be empty."},
+    };
+    for (const auto& [arguments, expected] : cases) EXPECT_EQ(Call(kPlaySound, arguments).text, expected);
     EXPECT_EQ(Call(kPlayPause, {N(0), N(0)}).text, "$-50:Vandrel_PlayPause: This function requires 0 or 1 parameter.");
 
     // Vandrel_Get and Vandrel_Set hand their failures back as the call's error code.
-    const Answer noTag = Call(kGet, {});
-    EXPECT_EQ(noTag.code, -50);
+    EXPECT_EQ(Call(kGet, {}).code, -50);
     EXPECT_EQ(Call(13, {}).text, "$-50:Vandrel_Get: This function requires exactly 1 parameter.");
     EXPECT_EQ(Call(kSet, {}).code, -50);
-    const Answer unknown = Call(kGet, {T("loudness")});
-    EXPECT_EQ(unknown.code, -50);
+    EXPECT_EQ(Call(kGet, {T("loudness")}).code, -50);
     EXPECT_EQ(Call(13, {}).text, "$-50:Vandrel_Get: Invalid tag.");
-    const Answer tooMany = Call(kGet, {T("volume"), N(0), N(0)});
+    const CallAnswer tooMany = Call(kGet, {T("volume"), N(0), N(0)});
     EXPECT_EQ(tooMany.code, -50);
     EXPECT_EQ(tooMany.text, "0");
     EXPECT_EQ(Call(kSet, {T("tempo"), N(1), N(0), N(0)}).code, -50);

@@ -23,32 +23,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using vd::recording::Recorder;
 
-struct Answer {
-    std::string text;
-    FMX_ErrCode code;
-    FMX_Data value;
-};
-Answer Call(int16_t id, std::vector<FMX_Data> arguments) {
-    FMX_DataVect args;
-    args.items = std::move(arguments);
-    FMX_Data result;
-    const FMX_ErrCode code = vd::DispatchCall(id, nullptr, &args, &result);
-    return {vdhost::utf8Of(result), code, result};
-}
-FMX_Data T(const std::string& text) { return vdhost::makeTextUtf8(text); }
-FMX_Data N(double number) { return vdhost::makeNumber(number); }
-
 constexpr int16_t kStart = 17, kStop = 18, kPause = 19, kDialog = 20, kGet = 21, kLastError = 13;
-
-template <typename Condition>
-bool Within(std::chrono::milliseconds limit, Condition condition) {
-    const auto end = Clock::now() + limit;
-    while (!condition()) {
-        if (Clock::now() > end) return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-    return true;
-}
 
 std::string LastError() { return Call(kLastError, {}).text; }
 
@@ -119,7 +94,7 @@ TEST_F(RecordingTest, ABackgroundRecordingKeepsItsTimeAndLeavesPausesOut) {
     std::this_thread::sleep_until(started + std::chrono::milliseconds(2600));
 
     const auto stoppedAt = Clock::now();
-    const Answer stopped = Call(kStop, {});
+    const CallAnswer stopped = Call(kStop, {});
     EXPECT_EQ(stopped.text, "size:0,0\rmoviemac:take.mov\rmoviemac:" + target);
     const std::vector<int16_t> samples = Decoded(target);
     const double seconds = double(samples.size() / 2) / 44100;
@@ -149,7 +124,7 @@ TEST_F(RecordingTest, AStartWhilePausedPassesTheCheckButFindsTheInputTaken) {
     EXPECT_GT(Decoded(path).size(), 0u) << "the reference's temporary file stays for the caller";
 
     // Nothing left to stop or pause.
-    const Answer again = Call(kStop, {});
+    const CallAnswer again = Call(kStop, {});
     EXPECT_EQ(again.text, "");
     EXPECT_EQ(LastError(), "$-3155:Vandrel_RecordSoundStop: There is no recording to stop. Call "
                            "Vandrel_RecordSoundStart before calling this function.");
@@ -194,7 +169,7 @@ TEST_F(RecordingTest, RefusalsComeBeforeAnythingIsRecorded) {
 
 TEST_F(RecordingTest, ASynchronousRecordingEndsWithTheInputAndAnswersTheSoundOrAReference) {
     UseInput("in=tone,length=0.5");
-    const Answer sound = Call(kStart, {T("")});
+    const CallAnswer sound = Call(kStart, {T("")});
     ASSERT_EQ(sound.code, 0) << LastError();
     const std::string stream = SoundStreamOf(sound.value);
     EXPECT_NEAR(double(stream.size()), 0.5 * 44100, 0.05 * 44100) << "8-bit mono at 44.1 kHz";

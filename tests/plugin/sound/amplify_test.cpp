@@ -10,10 +10,8 @@
 namespace vdtest {
 namespace {
 
-using vd::media::FourCC;
-using vd::media::PcmSoundDescription;
-using vd::sound::AmplifySamples;
-using vd::sound::kNormalizeLimit;
+using namespace vd::media;
+using namespace vd::sound;
 
 // Amplifies native 16-bit samples given as 'sowt' (or, swapped, as 'twos'); answers the samples.
 std::vector<int16_t> Amplified(std::vector<int16_t> samples, float gain, float limit, bool bigEndian = false) {

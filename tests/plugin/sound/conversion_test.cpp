@@ -9,6 +9,7 @@
 
 #include <map>
 #include <sstream>
+#include <tuple>
 
 namespace vdtest {
 namespace {
@@ -98,15 +99,14 @@ TEST_F(ConversionTest, EveryFormatWritesAFileItsReadersPlay) {
         {"Opus", {"opus", 48000}},      {"ULAW", {"pcm_mulaw", 44100}}, {"WAVE", {"pcm_s16le", 44100}},
         {"caff", {"pcm_s16be", 44100}}, {"mpg4", {"aac", 44100}}};
     for (const auto& [format, codec] : expected) {
+        SCOPED_TRACE(format);
         const std::string target = Path("out-" + format.substr(0, 3) + ".snd");
         const std::string info = Convert(source, target, format, Settings(format));
-        EXPECT_NE(info.find("Duration (s): 000:00:02.0"), std::string::npos) << format << info;
+        EXPECT_NE(info.find("Duration (s): 000:00:02.0"), std::string::npos) << info;
         const Probe probe = ProbeFile(target);
-        EXPECT_EQ(probe.codec, codec.first) << format;
-        EXPECT_EQ(probe.rate, codec.second) << format;
-        EXPECT_EQ(probe.channels, 2) << format;
+        EXPECT_EQ(std::make_tuple(probe.codec, probe.rate, probe.channels), std::make_tuple(codec.first, codec.second, 2));
         // Within one frame of the encoder (2048 samples covers AAC's priming and Opus's pre-skip).
-        EXPECT_NEAR(probe.duration, 2.0, 2048.0 / codec.second) << format;
+        EXPECT_NEAR(probe.duration, 2.0, 2048.0 / codec.second);
     }
     EXPECT_TRUE(LeftoverTemporaryFiles().empty());
 }
@@ -124,14 +124,13 @@ TEST_F(ConversionTest, SettingsTextsReproduceTheSameFile) {
                          Case{"FLAC", "ok size=24 level=8", "flac", 44100, 2},
                          Case{"WAVE", "ok size=8 rate=11025", "pcm_u8", 11025, 2},
                          Case{"Ogg ", "ok quality=2 channels=mono", "vorbis", 44100, 1}}) {
+        SCOPED_TRACE(c.format);
         const std::string settings = Settings(c.format, c.answer);
         Convert(source, Path("first"), c.format, settings);
         Convert(source, Path("second"), c.format, settings);
-        EXPECT_TRUE(readFile(Data() / "first") == readFile(Data() / "second")) << c.format;
+        EXPECT_TRUE(readFile(Data() / "first") == readFile(Data() / "second"));
         const Probe probe = ProbeFile(Path("first"));
-        EXPECT_EQ(probe.codec, c.codec) << c.format;
-        EXPECT_EQ(probe.rate, c.rate) << c.format;
-        EXPECT_EQ(probe.channels, c.channels) << c.format;
+        EXPECT_EQ(std::make_tuple(probe.codec, probe.rate, probe.channels), std::make_tuple(std::string(c.codec), c.rate, c.channels));
     }
 }
 

@@ -19,9 +19,11 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <unistd.h>
@@ -82,13 +84,33 @@ inline std::string SoundStreamOf(const FMX_Data& value) {
 
 // Calls a function through the dispatch as a host that does not check argument counts would: the
 // only way to reach a function's own count messages. The dispatch is the tests' own copy of the
-// plug-in's code, so its outcome is in this program's vd::gLastError, not in the loaded bundle's.
-inline std::string CallDirectly(int16_t id, std::vector<FMX_Data> arguments) {
+// plug-in's code, so its outcome is in this program's vd::gLastError and its playback pool, not in
+// the loaded bundle's. Answers the result, its text and the code handed back to the host.
+struct CallAnswer {
+    std::string text;
+    FMX_ErrCode code;
+    FMX_Data value;
+};
+inline CallAnswer Call(int16_t id, std::vector<FMX_Data> arguments) {
     FMX_DataVect args;
     args.items = std::move(arguments);
     FMX_Data result;
-    vd::DispatchCall(id, nullptr, &args, &result);
-    return vdhost::utf8Of(result);
+    const FMX_ErrCode code = vd::DispatchCall(id, nullptr, &args, &result);
+    return {vdhost::utf8Of(result), code, result};
+}
+inline std::string CallDirectly(int16_t id, std::vector<FMX_Data> arguments) { return Call(id, std::move(arguments)).text; }
+inline FMX_Data T(const std::string& text) { return vdhost::makeTextUtf8(text); }
+inline FMX_Data N(double number) { return vdhost::makeNumber(number); }
+
+// Waits up to `limit` for the condition; answers whether it came.
+template <typename Condition>
+bool Within(std::chrono::milliseconds limit, Condition condition) {
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end) return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return true;
 }
 
 // An edited movie rendered as the editing functions render their results, then read back as

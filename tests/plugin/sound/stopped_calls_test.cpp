@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cstring>
+#include <list>
+#include <map>
 #include <thread>
 
 #include <signal.h>
@@ -30,38 +32,11 @@ protected:
         fs::create_directories(root_ / "tmp");
         WriteLongWav(root_ / "long.wav");
     }
-    ~StoppedCallTest() override {
-        for (pid_t pid : running_) {
-            ::kill(pid, SIGKILL);
-            ::waitpid(pid, nullptr, 0);
-        }
-    }
 
     std::vector<std::string> Command(const std::string& calculation) const {
         return {VDHOST_EXE, "--plugins", VD_PLUGIN_DIR, "--db", (root_ / "Base.vddb").string(), "eval", calculation};
     }
-
-    pid_t Start(const std::vector<std::string>& argv) {
-        const pid_t pid = ::fork();
-        if (pid == 0) {
-            ::setenv("TMPDIR", (root_ / "tmp").c_str(), 1);
-            std::vector<char*> args;
-            for (const auto& a : argv) args.push_back(const_cast<char*>(a.c_str()));
-            args.push_back(nullptr);
-            ::execv(args[0], args.data());
-            ::_exit(127);
-        }
-        running_.push_back(pid);
-        return pid;
-    }
-
-    // 128 + the signal for a process a signal ended.
-    int Wait(pid_t pid) {
-        int status = 0;
-        ::waitpid(pid, &status, 0);
-        std::erase(running_, pid);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    }
+    std::map<std::string, std::string> Environment() const { return {{"TMPDIR", (root_ / "tmp").string()}}; }
 
     fs::path TemporaryItems() const { return root_ / "tmp" / ("vandrel-" + std::to_string(::getuid())); }
 
@@ -85,7 +60,7 @@ protected:
     // Starts a conversion, waits until a temporary file and a ledger of its own are there (a ledger
     // has a size once it lists a file), and holds the process right there (SIGSTOP), so that what
     // the test does next meets the call mid-way.
-    pid_t StartConversionAndCatchIt() {
+    StartedProcess* StartConversionAndCatchIt() {
         const auto before = Names({"temp-", ".ledger-"});
         const auto caught = [&] {
             bool file = false, ledger = false;
@@ -96,56 +71,56 @@ protected:
             }
             return file && ledger;
         };
-        const pid_t pid = Start(Command("Vandrel_Normalize ( \"" + (root_ / "long.wav").string() + "\" )"));
+        StartedProcess& process = running_.emplace_back(
+            Command("Vandrel_Normalize ( \"" + (root_ / "long.wav").string() + "\" )"), Environment());
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
         while (!caught()) {
-            int status = 0;
-            if (std::chrono::steady_clock::now() > deadline || ::waitpid(pid, &status, WNOHANG) == pid) {
-                std::erase(running_, pid);
+            siginfo_t ended{};  // looked at, not reaped: the process's owner waits for it
+            ::waitid(P_PID, id_t(process.pid()), &ended, WEXITED | WNOHANG | WNOWAIT);
+            if (std::chrono::steady_clock::now() > deadline || ended.si_pid == process.pid()) {
                 ADD_FAILURE() << "the call ended or never made its temporary file";
-                return -1;
+                return nullptr;
             }
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
-        ::kill(pid, SIGSTOP);
-        return pid;
+        ::kill(process.pid(), SIGSTOP);
+        return &process;
     }
 
     TempFolder root_;
-    std::vector<pid_t> running_;
+    std::list<StartedProcess> running_;
 };
 
 TEST_F(StoppedCallTest, StopSignalsTakeTheCallsTemporaryFilesWithThem) {
     for (int signal : {SIGINT, SIGTERM}) {
-        const pid_t pid = StartConversionAndCatchIt();
-        ASSERT_GT(pid, 0);
-        ::kill(pid, signal);
-        ::kill(pid, SIGCONT);
-        EXPECT_NE(Wait(pid), 0) << strsignal(signal);
+        StartedProcess* call = StartConversionAndCatchIt();
+        ASSERT_TRUE(call);
+        ::kill(call->pid(), signal);
+        ::kill(call->pid(), SIGCONT);
+        EXPECT_NE(call->finish().status, 0) << strsignal(signal);
         EXPECT_EQ(TemporaryFiles(), std::vector<std::string>{}) << strsignal(signal);
     }
 }
 
 TEST_F(StoppedCallTest, NextStartSweepsFilesOfAKilledProcessButNotOfALiveOne) {
-    const pid_t killed = StartConversionAndCatchIt();
-    ASSERT_GT(killed, 0);
-    ::kill(killed, SIGKILL);
-    Wait(killed);
+    StartedProcess* killed = StartConversionAndCatchIt();
+    ASSERT_TRUE(killed);
+    ::kill(killed->pid(), SIGKILL);
+    killed->finish();
     const std::vector<std::string> abandoned = TemporaryFiles();
     ASSERT_FALSE(abandoned.empty());
 
-    const pid_t live = StartConversionAndCatchIt();
-    ASSERT_GT(live, 0);
+    StartedProcess* live = StartConversionAndCatchIt();
+    ASSERT_TRUE(live);
     // The live call's files are there too now; a plug-in starting beside it sweeps only the others.
-    const std::map<std::string, std::string> env{{"TMPDIR", (root_ / "tmp").string()}};
-    EXPECT_EQ(runProcess(Command("1"), env).status, 0);
+    EXPECT_EQ(runProcess(Command("1"), Environment()).status, 0);
     const std::vector<std::string> left = TemporaryFiles();
     EXPECT_FALSE(left.empty());
     for (const std::string& name : abandoned) EXPECT_EQ(std::count(left.begin(), left.end(), name), 0) << name;
 
-    ::kill(live, SIGTERM);
-    ::kill(live, SIGCONT);
-    Wait(live);
+    ::kill(live->pid(), SIGTERM);
+    ::kill(live->pid(), SIGCONT);
+    live->finish();
     EXPECT_EQ(TemporaryFiles(), std::vector<std::string>{});
 }
 

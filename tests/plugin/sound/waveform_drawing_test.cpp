@@ -12,13 +12,8 @@
 namespace vdtest {
 namespace {
 
-using vd::platform::PixelBuffer;
-using vd::platform::Rgba;
-using vd::sound::ParseWaveformSelector;
-using vd::sound::WaveformBands;
-using vd::sound::WaveformColors;
-using vd::sound::WaveformPainter;
-using vd::sound::WaveformSelection;
+using namespace vd::platform;
+using namespace vd::sound;
 
 constexpr Rgba kWhite{255, 255, 255, 255};
 constexpr Rgba kBlue{0, 0, 255, 255};

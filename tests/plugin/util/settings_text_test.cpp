@@ -13,12 +13,7 @@
 
 namespace {
 
-using vd::util::HexDecode;
-using vd::util::HexEncode;
-using vd::util::HexTextToSettings;
-using vd::util::PackSettings;
-using vd::util::SettingsToHexText;
-using vd::util::UnpackSettings;
+using namespace vd::util;
 
 std::vector<uint8_t> RandomBytes(std::mt19937& random, size_t size) {
     // Half the buffers compress well (runs), half hardly at all, so both paths of deflate are used.

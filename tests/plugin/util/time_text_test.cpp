@@ -9,13 +9,7 @@
 
 namespace {
 
-using vd::util::kMaxFixedTime;
-using vd::util::ParseSignedTimeText;
-using vd::util::ParseTimeText;
-using vd::util::SecondsToFixed;
-using vd::util::SignedFixedTime;
-using vd::util::SignedTimeFromSeconds;
-using vd::util::TimeFromSeconds;
+using namespace vd::util;
 
 TEST(TimeTextTest, ValidAndInvalidTexts) {
     struct Case { const char* text; uint32_t fixed; };

@@ -8,10 +8,7 @@
 namespace vdtest {
 namespace {
 
-using vd::image::DecodeBlock;
-using vd::image::EffectSettings;
-using vd::image::EncodeBlock;
-using vd::image::ParseDescription;
+using namespace vd::image;
 
 std::vector<uint8_t> BlockOf(const std::string& description) {
     EffectSettings settings;

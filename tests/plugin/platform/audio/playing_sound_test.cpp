@@ -10,14 +10,7 @@
 namespace vd::audio {
 namespace {
 
-using vdtest::audio::CapturedFrames;
-using vdtest::audio::Capture;
-using vdtest::audio::LogHas;
-using vdtest::audio::ExpectedMix;
-using vdtest::audio::ExpectSameMix;
-using vdtest::audio::ReadCapture;
-using vdtest::audio::Tone;
-using vdtest::audio::WaitFor;
+using namespace vdtest::audio;
 using Samples = std::vector<int16_t>;
 
 class PlayingSoundTest : public ::testing::Test {
@@ -152,11 +145,11 @@ TEST_F(PlayingSoundTest, ADestroyedSoundLeavesAtOnce) {
     second->Start();
     // Both are heard before they go: a sound destroyed before the device's first block with it
     // never started, and has no stop to log (a busy machine may take longer than a block for that).
-    ASSERT_TRUE(vdtest::audio::LogHas(capturePath(), " start 2"));
+    ASSERT_TRUE(LogHas(capturePath(), " start 2"));
     first.reset();
     std::this_thread::sleep_for(std::chrono::milliseconds(5));
     second.reset();
-    ASSERT_TRUE(vdtest::audio::LogHas(capturePath(), " stop 2"));
+    ASSERT_TRUE(LogHas(capturePath(), " stop 2"));
     const Capture capture = Finished();
     ASSERT_LT(capture.Frames(), 441000) << "the sounds were stopped before their end";
     EXPECT_LE(capture.FrameOf("stop", 1), capture.FrameOf("stop", 2));

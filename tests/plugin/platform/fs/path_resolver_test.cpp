@@ -13,10 +13,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using vd::util::FileLocation;
-using vd::util::FullPath;
-using vd::util::ResolvePath;
-using vd::util::Status;
+using namespace vd::util;
 
 struct Expectation {
     std::string text;

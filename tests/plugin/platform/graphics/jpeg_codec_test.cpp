@@ -9,10 +9,7 @@
 namespace vdtest {
 namespace {
 
-using vd::platform::DecodedImage;
-using vd::platform::DecodeImage;
-using vd::platform::EncodeJpeg;
-using vd::platform::PixelBuffer;
+using namespace vd::platform;
 
 TEST(JpegCodec, RefusesEmptyOrOversizedRegionsAndUnreadableBytes) {
     auto picture = PixelBuffer::Make(10, 10);

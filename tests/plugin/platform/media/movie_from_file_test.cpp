@@ -175,11 +175,6 @@ TEST(MediaFormatTables, CodecRowsAgreeWithTheirNamesAndImportersWithTheirDemuxer
     EXPECT_EQ(ImporterSubtypeFor("tty", "", false), FourCC("TTY "));
 }
 
-}  // namespace
-}  // namespace vd::media
-
-namespace vd::media {
-namespace {
 
 // The movie of a WAV file must not depend on which opener read it: the plain reader and the
 // libraries agree on every field and every sample, and the reader leaves what it does not know

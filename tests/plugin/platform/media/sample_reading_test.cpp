@@ -131,12 +131,6 @@ TEST_F(MediaSampleReadingTest, AbsurdRangesAnswerStatusesBeforeAnyAllocation) {
     EXPECT_EQ(ReadStoredBytes(big, 0, int64_t(1) << 40, bytes), util::kMemoryFull);
 }
 
-}  // namespace
-}  // namespace vd::media
-
-namespace vdtest {
-namespace {
-
 // The block conversion takes a faster road than the one-sample rule; both must agree on every
 // value, the awkward ones most of all.
 TEST(FloatToInt16Test, BlockConversionAgreesWithTheOneSampleRule) {
@@ -146,13 +140,13 @@ TEST(FloatToInt16Test, BlockConversionAgreesWithTheOneSampleRule) {
                               std::numeric_limits<float>::quiet_NaN(), 0.25f, -0.75f};
     for (int i = -40000; i <= 40000; i += 37) values.push_back(float(i) / 32768.0f + 0.3f / 32768.0f);
     std::vector<int16_t> block(values.size());
-    vd::media::FloatsToInt16(values.data(), values.size(), block.data());
-    for (size_t i = 0; i < values.size(); ++i) ASSERT_EQ(block[i], vd::media::FloatToInt16(values[i])) << values[i];
-    EXPECT_EQ(vd::media::FloatToInt16(1.5f / 32768), 2);   // ties go to even
-    EXPECT_EQ(vd::media::FloatToInt16(2.5f / 32768), 2);
-    EXPECT_EQ(vd::media::FloatToInt16(std::numeric_limits<float>::quiet_NaN()), 0);  // silence
-    EXPECT_EQ(vd::media::FloatToInt16(1e9f), 32767);
+    FloatsToInt16(values.data(), values.size(), block.data());
+    for (size_t i = 0; i < values.size(); ++i) ASSERT_EQ(block[i], FloatToInt16(values[i])) << values[i];
+    EXPECT_EQ(FloatToInt16(1.5f / 32768), 2);   // ties go to even
+    EXPECT_EQ(FloatToInt16(2.5f / 32768), 2);
+    EXPECT_EQ(FloatToInt16(std::numeric_limits<float>::quiet_NaN()), 0);  // silence
+    EXPECT_EQ(FloatToInt16(1e9f), 32767);
 }
 
 }  // namespace
-}  // namespace vdtest
+}  // namespace vd::media
