@@ -173,7 +173,9 @@ util::Status SaveWithVips(VipsImage* image, const char* saver, const ImageFormat
     const size_t expected = size_t(image->Xsize) * size_t(image->Ysize) * size_t(image->Bands) + kFileOverhead;
     std::optional<VectorTarget> target;
     if (targeted) {
-        target.emplace(out, expected);
+        // An uncompressed TIFF takes all the room; other files a part of it.
+        const bool filled = name == "tiffsave_buffer" && (s.compression == -1 || s.compression == 1);
+        target.emplace(out, expected, filled);
         if (target->Status()) return target->Status();
         if (!target->Target()) return StatusFromVipsError(GraphicsStep::kEncoding);
     }

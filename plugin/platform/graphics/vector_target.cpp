@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 #include <new>
+#include <system_error>
 
 namespace vd::platform {
 
@@ -16,7 +17,7 @@ constexpr size_t kPreparedAhead = size_t(8) << 20;
 
 }  // namespace
 
-VectorTarget::VectorTarget(std::vector<uint8_t>& out, size_t expected) : out_(out) {
+VectorTarget::VectorTarget(std::vector<uint8_t>& out, size_t expected, bool filled) : out_(out) {
     out.clear();
     try {
         out.reserve(expected);
@@ -24,6 +25,17 @@ VectorTarget::VectorTarget(std::vector<uint8_t>& out, size_t expected) : out_(ou
     } catch (const std::bad_alloc&) {
         status_ = util::kMemoryFull;
         return;
+    }
+    if (filled) {
+        prepared_ = out.capacity();  // the writer leaves it to the helper
+        try {
+            preparer_ = std::thread([this, room = out.data(), size = out.capacity()] {
+                for (size_t done = 0; done < size && !stopPreparing_; done += kPreparedAhead)
+                    PrepareForWriting(room + done, std::min(kPreparedAhead, size - done));
+            });
+        } catch (const std::system_error&) {
+            prepared_ = 0;  // no thread: the writer makes them as it goes
+        }
     }
     target_ = vips_target_custom_new();
     if (!target_) return;
@@ -34,7 +46,13 @@ VectorTarget::VectorTarget(std::vector<uint8_t>& out, size_t expected) : out_(ou
 }
 
 VectorTarget::~VectorTarget() {
+    StopPreparing();
     if (target_) g_object_unref(target_);
+}
+
+void VectorTarget::StopPreparing() {
+    stopPreparing_ = true;
+    if (preparer_.joinable()) preparer_.join();
 }
 
 VipsTarget* VectorTarget::Target() const { return target_ ? &target_->parent_object : nullptr; }
@@ -44,6 +62,8 @@ gint64 VectorTarget::OnWrite(VipsTargetCustom*, const void* data, gint64 length,
     if (length < 0) return -1;
     const auto* bytes = static_cast<const uint8_t*>(data);
     const size_t n = size_t(length), overlap = std::min(n, t.out_.size() - std::min(t.position_, t.out_.size()));
+    // The room moves when the file outgrows it: the helper must not be making the old one.
+    if (t.position_ + n > t.out_.capacity()) t.StopPreparing();
     t.PrepareUpTo(t.position_ + n);
     try {
         if (t.position_ > t.out_.size()) t.out_.resize(t.position_, 0);  // a seek past the end leaves a hole

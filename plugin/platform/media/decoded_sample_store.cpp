@@ -1,6 +1,6 @@
 #include "platform/media/decoded_sample_store.h"
 
-#include "platform/media/huge_pages.h"
+#include "platform/common/fresh_memory.h"
 
 #include <algorithm>
 #include <cstring>
@@ -12,7 +12,7 @@ bool FloatBuffer::Grow(size_t capacity) {
     auto* grown = static_cast<float*>(std::realloc(data_, capacity * sizeof(float)));
     if (!grown) return false;
     data_ = grown;
-    AdviseHugePages(data_ + capacity_, (capacity - capacity_) * sizeof(float));
+    platform::AdviseHugePages(data_ + capacity_, (capacity - capacity_) * sizeof(float));
     capacity_ = capacity;
     return true;
 }

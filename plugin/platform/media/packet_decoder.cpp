@@ -1,7 +1,7 @@
 #include "platform/media/packet_decoder.h"
 
 #include "platform/media/ffmpeg_functions.h"
-#include "platform/media/huge_pages.h"
+#include "platform/common/fresh_memory.h"
 #include "platform/media/sound_converter.h"
 
 #include <algorithm>
@@ -37,7 +37,7 @@ Status PacketDecoder::Start(const AVCodecParameters& parameters, int channels, i
         try {
             mono8_ = std::move(mono8Prefix);
             mono8_.reserve(mono8_.size() + room);
-            AdviseHugePages(mono8_.data(), mono8_.capacity());
+            platform::AdviseHugePages(mono8_.data(), mono8_.capacity());
         } catch (const std::bad_alloc&) {
             return MediaFailure(util::kMemoryFull, "no memory for the decoded sound");
         }

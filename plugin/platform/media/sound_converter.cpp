@@ -2,7 +2,7 @@
 // as 16-bit blocks and mixed down in one pass; other rates go through floats and the resampler.
 #include "platform/media/sound_converter.h"
 
-#include "platform/media/huge_pages.h"
+#include "platform/common/fresh_memory.h"
 #include "platform/media/pcm_conversion.h"
 #include "platform/media/movie_time.h"
 #include "platform/media/resampler.h"
@@ -111,7 +111,7 @@ Status ConvertToMono8(const Media& media, int32_t outRate, uint64_t maxBytes, st
     const size_t before = out.size();
     try {
         out.reserve(before + size_t(expected) + 1024);
-        AdviseHugePages(out.data() + before, out.capacity() - before);
+        platform::AdviseHugePages(out.data() + before, out.capacity() - before);
         Status s = media.timeScale == outRate ? SameRate(media, channels, out) : OtherRate(media, channels, outRate, out);
         if (s) {
             out.resize(before);
