@@ -4,8 +4,8 @@
 //   to TIFF   vdhost eval 'Vandrel_ConvertImage ( "x.jpg" ; "TIFF" )'   vips copy x.jpg t.tif   convert x.jpg t.tif
 // Ours answers a container (the picture, its size and the placeholder stream) that vdhost prints and
 // throws away; the tools write a file. All are whole runs started from here, start-up included, run
-// in turn, each round starting with the next tool, so that a busy machine or the memory the one
-// before freed slows each alike; medians of 5 after one warm-up each.
+// in turn, each round in another of the six orders (see RunInTurn), so that a busy machine or the
+// memory the one before freed slows each alike; medians of 6 after one warm-up each.
 // Target: ratio (ours / vips) <= 1.0.
 //   image_conversion_bench VDHOST PLUGIN_DIR
 #include "timing.h"
@@ -20,7 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace vdbench;
 
-constexpr int kConversionRuns = 5;
+constexpr int kConversionRuns = 6;  // each of the six orders of the three tools once
 
 struct Target {
     const char* name;
@@ -55,7 +55,7 @@ int main(int argc, char** argv) {
         bool failed = Run(ours) < 0 || Run(vips) < 0 || Run(magick) < 0;
         std::vector<double> ourTimes, vipsTimes, magickTimes;
         for (int i = 0; i < kConversionRuns && !failed; ++i) {
-            const std::vector<double> t = RunRotated({ours, vips, magick}, i);
+            const std::vector<double> t = RunInTurn({ours, vips, magick}, i);
             failed |= t[0] < 0 || t[1] < 0 || t[2] < 0;
             ourTimes.push_back(t[0]), vipsTimes.push_back(t[1]), magickTimes.push_back(t[2]);
         }

@@ -5,7 +5,7 @@
 //   theirs   vipsthumbnail x.png --size 6000x4000 -o t.jpg[Q=50]
 // The picture is a PNG because a JPEG is embedded without a preview (the host shows it itself).
 // Ours answers a container that vdhost prints and throws away; vipsthumbnail writes a file. Both are
-// whole runs started from here, start-up included, run in turn, each round starting with the other; medians of 5 after one warm-up each.
+// whole runs started from here, start-up included, run in turn, each round starting with the other (see RunInTurn); medians of 5 after one warm-up each.
 // Target: ratio (ours / vipsthumbnail) <= 1.0.
 //   image_insert_bench VDHOST PLUGIN_DIR
 #include "timing.h"
@@ -43,7 +43,7 @@ int main(int argc, char** argv) {
     bool failed = Run(ours) < 0 || Run(vips) < 0;
     std::vector<double> ourTimes, vipsTimes;
     for (int i = 0; i < kInsertRuns && !failed; ++i) {
-        const std::vector<double> t = RunRotated({ours, vips}, i);
+        const std::vector<double> t = RunInTurn({ours, vips}, i);
         failed |= t[0] < 0 || t[1] < 0;
         ourTimes.push_back(t[0]), vipsTimes.push_back(t[1]);
     }

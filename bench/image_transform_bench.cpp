@@ -149,7 +149,7 @@ int main(int argc, char** argv) {
         bool failed = Run(ours) < 0 || runVips() < 0 || Run(magick) < 0;
         std::vector<double> ourTimes, vipsTimes, magickTimes;
         for (int i = 0; i < kTransformRuns && !failed; ++i) {
-            // In turn, each round starting with the next tool (see RunRotated).
+            // In turn, each round starting with the next tool.
             double a = 0, b = 0, c = 0;
             for (int k = 0; k < 3; ++k) {
                 const int which = (i + k) % 3;

@@ -63,16 +63,19 @@ inline double Run(const std::vector<std::string>& args, long* peakKilobytes = nu
     return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? seconds : -1;
 }
 
-// One run of each command, in turn from command `round` on (round 0: the first first, round 1: the
-// second ...): the memory a big run frees is given out anew to the run after it, slower or faster
-// by what the machine does with freed memory, so no tool is always the one after another. The
-// times in the commands' order, negative for a failed run.
-inline std::vector<double> RunRotated(const std::vector<std::vector<std::string>>& commands, int round) {
+// One run of each command, in the round-th of all the orders they can run in: the memory a big
+// run frees is given out anew to the run after it, slower or faster by what the machine does with
+// freed memory, so over as many rounds as there are orders each tool follows each other tool alike
+// (a rotation would not do: in the cycle a b c a b c, a always follows c). The times in the
+// commands' order, negative for a failed run.
+inline std::vector<double> RunInTurn(const std::vector<std::vector<std::string>>& commands, int round) {
+    std::vector<size_t> order(commands.size());
+    for (size_t k = 0; k < order.size(); ++k) order[k] = k;
+    size_t orders = 1;
+    for (size_t k = 2; k <= order.size(); ++k) orders *= k;
+    for (size_t r = 0; r < size_t(round) % orders; ++r) std::next_permutation(order.begin(), order.end());
     std::vector<double> times(commands.size());
-    for (size_t k = 0; k < commands.size(); ++k) {
-        const size_t which = (size_t(round) + k) % commands.size();
-        times[which] = Run(commands[which]);
-    }
+    for (const size_t which : order) times[which] = Run(commands[which]);
     return times;
 }
 
