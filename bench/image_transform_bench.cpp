@@ -143,8 +143,8 @@ int main(int argc, char** argv) {
         const std::vector<std::string> vipsPreview{"vips", "jpegsave", theirs, preview, "--Q", "50"};
         const auto runVips = [&] {
             const double picture = Run(vips);
-            const double jpeg = picture < 0 ? -1 : Run(vipsPreview);
-            return jpeg < 0 ? -1 : picture + jpeg;
+            const double previewTime = picture < 0 ? -1 : Run(vipsPreview);
+            return previewTime < 0 ? -1 : picture + previewTime;
         };
         bool failed = Run(ours) < 0 || runVips() < 0 || Run(magick) < 0;
         std::vector<double> ourTimes, vipsTimes, magickTimes;
