@@ -1,17 +1,24 @@
-// What the plug-in's tests share: the built bundle, a log of the host's registry requests, scoped
-// environment variables and the lines of a report text.
+// What the plug-in's tests share: the built bundle, calculations in a session of it, the streams of
+// a result, a log of the host's registry requests, scoped environment variables and the lines of a
+// report text.
 #pragma once
 
 #include <api/function_registry.h>
+#include <api/values.h>
+#include <calc/variables.h>
 #include <plugins/plugin.h>
 #include <session/session.h>
 
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <initializer_list>
+#include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace vdtest {
@@ -26,6 +33,42 @@ inline vdhost::SessionOptions BundleSession(const std::filesystem::path& databas
     options.database = database;
     options.pluginFolders = {VD_PLUGIN_DIR};
     return options;
+}
+
+// The calculation with $a, $b, $c set to the values, in order.
+inline FMX_Data EvaluateWith(vdhost::Session& session, const std::u16string& calculation,
+                             const std::vector<FMX_Data>& values) {
+    vdhost::calc::Variables locals;
+    const char16_t* names[] = {u"$a", u"$b", u"$c"};
+    for (size_t i = 0; i < values.size(); ++i) locals.set(names[i], values[i]);
+    return session.evaluate(calculation, locals);
+}
+
+// The bytes of a container's stream of that type; empty when it has none.
+inline std::string StreamOf(const FMX_Data& value, const char* type) {
+    if (!vdhost::isContainer(value)) return {};
+    const int32_t index = value.binary.indexOf(vdhost::fourCharCode(type));
+    if (index < 0) return {};
+    const auto& bytes = *value.binary.streams[size_t(index)].bytes;
+    return std::string(bytes.begin(), bytes.end());
+}
+
+inline FMX_Data ContainerOf(std::initializer_list<std::pair<const char*, std::string>> streams) {
+    FMX_BinaryData binary;
+    for (const auto& [type, bytes] : streams)
+        binary.streams.push_back({vdhost::fourCharCode(type), std::make_shared<const vdhost::StreamBytes>(vdhost::Bytes(bytes.begin(), bytes.end()))});
+    return vdhost::makeContainer(std::move(binary));
+}
+
+// Waits up to `limit` for the condition; answers whether it came.
+template <typename Condition>
+bool Within(std::chrono::milliseconds limit, Condition condition) {
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end) return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return true;
 }
 
 // Every register and unregister request the host sees while it lives, in order.

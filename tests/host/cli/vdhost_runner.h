@@ -33,15 +33,4 @@ protected:
     TempFolder folder;
 };
 
-// In a forked child: runs argv in folder with the fixture plug-in starting normally; never returns.
-[[noreturn]] inline void execIn(const std::string& folder, std::vector<std::string> argv) {
-    if (chdir(folder.c_str()) != 0) _exit(126);
-    unsetenv("VDFIXTURE_STARTUP");
-    std::vector<char*> raw;
-    for (auto& a : argv) raw.push_back(a.data());
-    raw.push_back(nullptr);
-    execv(raw[0], raw.data());
-    _exit(127);
-}
-
 }  // namespace vdtest

@@ -5,10 +5,8 @@
 #include <api/values.h>
 #include <db/database.h>
 
-#include <array>
 #include <chrono>
 #include <csignal>
-#include <fstream>
 #include <stdexcept>
 #include <thread>
 
@@ -20,18 +18,12 @@ namespace vdtest {
 namespace {
 
 uint32_t crc32(const std::string& bytes) {
-    static const auto table = [] {
-        std::array<uint32_t, 256> t{};
-        for (uint32_t n = 0; n < 256; ++n) {
-            uint32_t c = n;
-            for (int k = 0; k < 8; ++k) c = c & 1 ? 0xEDB88320u ^ (c >> 1) : c >> 1;
-            t[n] = c;
-        }
-        return t;
-    }();
     uint32_t c = 0xFFFFFFFFu;
-    for (unsigned char b : bytes) c = table[(c ^ b) & 0xFF] ^ (c >> 8);
-    return c ^ 0xFFFFFFFFu;
+    for (unsigned char b : bytes) {
+        c ^= b;
+        for (int k = 0; k < 8; ++k) c = c & 1 ? 0xEDB88320u ^ (c >> 1) : c >> 1;
+    }
+    return ~c;
 }
 
 void putBigEndian(std::string& out, uint32_t v, int bytes = 4) {

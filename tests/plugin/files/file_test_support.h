@@ -67,11 +67,9 @@ protected:
 
     // The calculation with $a, $b, $c set to the texts, in order.
     std::string Call(const std::u16string& calculation, std::initializer_list<std::string> texts = {}) {
-        vdhost::calc::Variables locals;
-        const char16_t* names[] = {u"$a", u"$b", u"$c"};
-        size_t i = 0;
-        for (const std::string& text : texts) locals.set(names[i++], vdhost::makeTextUtf8(text));
-        return vdhost::utf8Of(session_->evaluate(calculation, locals));
+        std::vector<FMX_Data> values;
+        for (const std::string& text : texts) values.push_back(vdhost::makeTextUtf8(text));
+        return vdhost::utf8Of(EvaluateWith(*session_, calculation, values));
     }
     std::string LastError() { return Call(u"Vandrel_GetLastError"); }
 

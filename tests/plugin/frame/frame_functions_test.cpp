@@ -20,10 +20,7 @@ class FrameFunctions : public ::testing::Test {
 protected:
     FrameFunctions() : session_(BundleSession(folder_ / "Test.vddb")) {}
 
-    FMX_Data Eval(const std::u16string& calculation) {
-        vdhost::calc::Variables locals;
-        return session_.evaluate(calculation, locals);
-    }
+    FMX_Data Eval(const std::u16string& calculation) { return EvaluateWith(session_, calculation, {}); }
     std::string Text(const std::u16string& calculation) { return vdhost::utf8Of(Eval(calculation)); }
 
     TempFolder folder_;

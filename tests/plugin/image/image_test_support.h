@@ -6,7 +6,6 @@
 
 #include <api/text_codec.h>
 #include <api/values.h>
-#include <calc/variables.h>
 #include <session/session.h>
 #include <support/temp_folder.h>
 
@@ -117,19 +116,7 @@ inline std::string StreamTypes(const FMX_Data& value) {
     return types;
 }
 
-inline std::string StreamOf(const FMX_Data& value, const char* type) {
-    if (!vdhost::isContainer(value)) return {};
-    const int32_t index = value.binary.indexOf(vdhost::fourCharCode(type));
-    if (index < 0) return {};
-    const auto& bytes = *value.binary.streams[size_t(index)].bytes;
-    return std::string(bytes.begin(), bytes.end());
-}
-
-inline FMX_Data ContainerWith(const char* type, const std::string& bytes) {
-    FMX_BinaryData binary;
-    binary.streams.push_back({vdhost::fourCharCode(type), std::make_shared<const vdhost::StreamBytes>(vdhost::Bytes(bytes.begin(), bytes.end()))});
-    return vdhost::makeContainer(std::move(binary));
-}
+inline FMX_Data ContainerWith(const char* type, const std::string& bytes) { return ContainerOf({{type, bytes}}); }
 
 class ImageSessionTest : public ::testing::Test {
 protected:
@@ -151,15 +138,11 @@ protected:
         return Path(name);
     }
 
-    // The calculation with $a, $b, $c set to the values, in order.
-    FMX_Data Eval(const std::u16string& calculation, std::vector<FMX_Data> values = {}) {
-        vdhost::calc::Variables locals;
-        const char16_t* names[] = {u"$a", u"$b", u"$c"};
-        for (size_t i = 0; i < values.size(); ++i) locals.set(names[i], values[i]);
-        return session_->evaluate(calculation, locals);
+    FMX_Data Eval(const std::u16string& calculation, const std::vector<FMX_Data>& values = {}) {
+        return EvaluateWith(*session_, calculation, values);
     }
-    std::string Text(const std::u16string& calculation, std::vector<FMX_Data> values = {}) {
-        return vdhost::utf8Of(Eval(calculation, std::move(values)));
+    std::string Text(const std::u16string& calculation, const std::vector<FMX_Data>& values = {}) {
+        return vdhost::utf8Of(Eval(calculation, values));
     }
     // Vandrel_ConvertImage of $a to the type with the 2-argument form.
     FMX_Data Convert(const FMX_Data& source, const std::string& type) {

@@ -134,9 +134,8 @@ TEST(InsertFileOnOlderHosts, HostsBeforeFileNamesGetTheBytesAlone) {
     options.identity = {50, u"ProAdvanced 7.0v3"};
     vdhost::Session session(options);
     writeFile(root / "f.bin", "abc");
-    vdhost::calc::Variables locals;
-    locals.set(u"$a", vdhost::makeTextUtf8((root / "f.bin").string()));
-    EXPECT_EQ(StreamTypes(session.evaluate(u"Vandrel_InsertFile ( $a ; 0 ; 0 )", locals)), "FILE");
+    EXPECT_EQ(StreamTypes(EvaluateWith(session, u"Vandrel_InsertFile ( $a ; 0 ; 0 )", {vdhost::makeTextUtf8((root / "f.bin").string())})),
+              "FILE");
 }
 
 TEST_F(InsertExportTest, ExportWritesTheFileTheContainerCameFrom) {

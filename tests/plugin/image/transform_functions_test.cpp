@@ -39,6 +39,9 @@ TEST_F(TransformFunctionsTest, ResizeKeepsTheAspectOfAMissingDimensionAndAccumul
     Text(u"Vandrel_TClear");
     Text(u"Vandrel_TResize ( 0 ; 25 )");
     EXPECT_EQ(AppliedSize(picture), "50 x 25");
+    Text(u"Vandrel_TClear");
+    Text(u"Vandrel_TResize ( 50 ; 100 )");
+    EXPECT_EQ(AppliedSize(picture), "50 x 100");
     // Both dimensions 0 make both factors 0: nothing is left to draw.
     Text(u"Vandrel_TClear");
     Text(u"Vandrel_TResize ( 0 ; 0 )");

@@ -81,9 +81,11 @@ TEST_F(AmplifyFunctionTest, CompressedInputsAreAmplifiedFromATemporaryCopyThatIs
     writeFile(Path("tone.wav"), media::SineWav(22050, 2));
     media::Ffmpeg({"-i", Path("tone.wav"), "-c:a", "libmp3lame", Path("tone.mp3")});
     media::Ffmpeg({"-i", Path("tone.wav"), "-c:a", "aac", Path("tone.m4a")});
+    writeFile(Path("deep.wav"), media::SineWav(22050, 2, 44100, 24));  // PCM, but converted first too
     Eval(u"Vandrel_CreateSound ( \"sine\" ; 0.01 )");  // the media libraries are loaded by now
     const int descriptors = media::OpenDescriptors();
-    for (const char16_t* call : {u"Vandrel_Amplify ( \"tone.mp3\" ; 0.5 )", u"Vandrel_Normalize ( \"tone.m4a\" )"}) {
+    for (const char16_t* call : {u"Vandrel_Amplify ( \"tone.mp3\" ; 0.5 )", u"Vandrel_Normalize ( \"tone.m4a\" )",
+                                 u"Vandrel_Amplify ( \"deep.wav\" ; 0.5 )"}) {
         EXPECT_NEAR(double(SoundStreamOf(Eval(call)).size()), 42.0 + 22050, 2500);
         EXPECT_TRUE(LeftoverTemporaryFiles().empty());
         EXPECT_EQ(media::OpenDescriptors(), descriptors);

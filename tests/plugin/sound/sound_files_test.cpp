@@ -1,7 +1,5 @@
 // Sound files and movies: temporary names and their owners, deleting, PCM conversion with the
-// converted flag, MP3 detection, the source behind a movie, and the life cycle a sound function's
-// temporary files go through: after each step the temporary folder holds nothing of ours and no
-// descriptor stays open.
+// converted flag, MP3 detection and the source behind a movie.
 #include "sound_test_support.h"
 
 #include "platform/fs/finder_info.h"
@@ -10,7 +8,6 @@
 #include "sound/movie_source.h"
 #include "platform/common/tick_count.h"
 #include "sound/editing/wav_conversion.h"
-#include "sound/functions/sound_result.h"
 
 #include <sys/stat.h>
 #include <sys/xattr.h>
@@ -143,6 +140,10 @@ TEST_F(SoundFilesTest, EnsuringPcmConvertsOnlyWhatNeedsIt) {
     EXPECT_EQ(EnsurePcm(silent), -2008);
     EXPECT_EQ(WriteMovieAsWav(silent.movie, Path("out.wav")), -2008);
     EXPECT_FALSE(std::filesystem::exists(Data() / "out.wav"));
+    SoundMovie rendered;
+    RenderStep step;
+    EXPECT_EQ(RenderResult(vd::media::Movie(), {}, rendered, step), -2009);
+    EXPECT_TRUE(LeftoverTemporaryFiles().empty());
 }
 
 TEST_F(SoundFilesTest, MoviesKnowTheirFileFormatAndSamples) {
@@ -184,44 +185,6 @@ TEST_F(SoundFilesTest, Mp3IsKnownByNameOrTypeCode) {
     if (setxattr(Path("mp3").c_str(), vd::platform::fs::kFinderInfoAttribute, info.data(), info.size(), 0) != 0)
         GTEST_SKIP() << "this file system keeps no user attributes";
     EXPECT_TRUE(IsMp3File(Path("mp3")));
-}
-
-TEST_F(SoundFilesTest, AFunctionsTemporaryFilesAreGoneWhenItReturns) {
-    VD_REQUIRE_FFMPEG();
-    MakeFiles();
-    const int descriptors = media::OpenDescriptors();
-    for (const auto& [name, frames] : {std::pair{"tone.mp3", 22050}, std::pair{"s16.wav", 22050}, std::pair{"s24.wav", 4410}}) {
-        SCOPED_TRACE(name);
-        FMX_DataVect args;
-        args.items.push_back(vdhost::makeTextUtf8(name));
-        FMX_Data result;
-        {
-            SoundMovie input;
-            bool found = false;
-            ASSERT_EQ(SoundParameter(&args, 0, PcmNeed::kLittleEndian, input, found), 0);
-            ASSERT_TRUE(found);
-            EXPECT_EQ(input.Converted(), std::string(name) != "s16.wav");
-            SoundMovie rendered;
-            RenderStep step;
-            ASSERT_EQ(RenderResult(std::move(input.movie), {}, rendered, step), 0);
-            ASSERT_EQ(SoundResult(rendered.movie, "").SetValue(&result), 0);
-        }
-        EXPECT_NEAR(double(SoundStreamOf(result).size()), 42.0 + frames, 2000);
-        EXPECT_TRUE(LeftoverTemporaryFiles().empty());
-        EXPECT_EQ(media::OpenDescriptors(), descriptors);
-    }
-    // A failing step leaves nothing either.
-    FMX_DataVect args;
-    args.items.push_back(vdhost::makeTextUtf8("missing.mp3"));
-    SoundMovie input;
-    bool found = true;
-    EXPECT_EQ(SoundParameter(&args, 0, PcmNeed::kAnyPcm, input, found), -43);
-    EXPECT_FALSE(found);
-    SoundMovie rendered;
-    RenderStep step;
-    EXPECT_EQ(RenderResult(vd::media::Movie(), {}, rendered, step), -2009);
-    EXPECT_TRUE(LeftoverTemporaryFiles().empty());
-    EXPECT_EQ(media::OpenDescriptors(), descriptors);
 }
 
 TEST_F(SoundFilesTest, AnUnsafeTemporaryFolderIsNamedAsTheTrouble) {

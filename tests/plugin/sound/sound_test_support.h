@@ -13,17 +13,14 @@
 
 #include <api/text_codec.h>
 #include <api/values.h>
-#include <calc/variables.h>
 #include <session/session.h>
 #include <support/temp_folder.h>
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <unistd.h>
@@ -57,15 +54,11 @@ protected:
         return names;
     }
 
-    // The calculation with $a, $b, $c set to the values, in order.
-    FMX_Data Eval(const std::u16string& calculation, std::vector<FMX_Data> values = {}) {
-        vdhost::calc::Variables locals;
-        const char16_t* names[] = {u"$a", u"$b", u"$c"};
-        for (size_t i = 0; i < values.size(); ++i) locals.set(names[i], values[i]);
-        return session_->evaluate(calculation, locals);
+    FMX_Data Eval(const std::u16string& calculation, const std::vector<FMX_Data>& values = {}) {
+        return EvaluateWith(*session_, calculation, values);
     }
-    std::string Text(const std::u16string& calculation, std::vector<FMX_Data> values = {}) {
-        return vdhost::utf8Of(Eval(calculation, std::move(values)));
+    std::string Text(const std::u16string& calculation, const std::vector<FMX_Data>& values = {}) {
+        return vdhost::utf8Of(Eval(calculation, values));
     }
 
     TempFolder root_;
@@ -73,14 +66,7 @@ protected:
     std::optional<vdhost::Session> session_;
 };
 
-// The bytes of a container's "snd " stream; empty when it has none.
-inline std::string SoundStreamOf(const FMX_Data& value) {
-    if (!vdhost::isContainer(value)) return {};
-    const int32_t index = value.binary.indexOf(vdhost::fourCharCode("snd "));
-    if (index < 0) return {};
-    const auto& bytes = *value.binary.streams[size_t(index)].bytes;
-    return std::string(bytes.begin(), bytes.end());
-}
+inline std::string SoundStreamOf(const FMX_Data& value) { return StreamOf(value, "snd "); }
 
 // Calls a function through the dispatch as a host that does not check argument counts would: the
 // only way to reach a function's own count messages. The dispatch is the tests' own copy of the
@@ -101,17 +87,6 @@ inline CallAnswer Call(int16_t id, std::vector<FMX_Data> arguments) {
 inline std::string CallDirectly(int16_t id, std::vector<FMX_Data> arguments) { return Call(id, std::move(arguments)).text; }
 inline FMX_Data T(const std::string& text) { return vdhost::makeTextUtf8(text); }
 inline FMX_Data N(double number) { return vdhost::makeNumber(number); }
-
-// Waits up to `limit` for the condition; answers whether it came.
-template <typename Condition>
-bool Within(std::chrono::milliseconds limit, Condition condition) {
-    const auto end = std::chrono::steady_clock::now() + limit;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-    return true;
-}
 
 // An edited movie rendered as the editing functions render their results, then read back as
 // interleaved 16-bit stereo samples.

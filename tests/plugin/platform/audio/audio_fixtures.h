@@ -6,6 +6,7 @@
 #include "platform/media/movie_from_file.h"
 
 #include "../media/media_fixtures.h"
+#include "plugin/plugin_test_support.h"
 
 #include <chrono>
 #include <cmath>
@@ -17,8 +18,6 @@
 #include <thread>
 
 namespace vdtest::audio {
-
-
 
 struct LogEvent {
     int64_t frame;
@@ -109,15 +108,6 @@ inline void ExpectSameMix(const std::vector<float>& actual, const std::vector<fl
         }
 }
 
-inline bool WaitFor(const std::function<bool()>& condition, double seconds = 20) {
-    const auto until = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > until) return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    return true;
-}
-
 inline int64_t CapturedFrames(const std::string& path) {
     std::error_code error;
     const auto bytes = std::filesystem::file_size(path, error);
@@ -125,7 +115,7 @@ inline int64_t CapturedFrames(const std::string& path) {
 }
 
 inline bool LogHas(const std::string& path, const std::string& line) {
-    return WaitFor([&] { return readFile(path + ".log").find(line) != std::string::npos; });
+    return Within(std::chrono::seconds(20), [&] { return readFile(path + ".log").find(line) != std::string::npos; });
 }
 
 // Interleaved stereo samples, distinct per sound: a sine per channel at frequencies of its own.

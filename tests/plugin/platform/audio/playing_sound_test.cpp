@@ -31,7 +31,9 @@ protected:
         EXPECT_EQ(PlayingSound::Make(std::move(movie), sound), util::kNoError) << media::LastMediaErrorDetail();
         return sound;
     }
-    static void WaitDone(const PlayingSound& sound) { ASSERT_TRUE(WaitFor([&] { return sound.IsDone(); })); }
+    static void WaitDone(const PlayingSound& sound) {
+        ASSERT_TRUE(vdtest::Within(std::chrono::seconds(20), [&] { return sound.IsDone(); }));
+    }
 
     // The capture once the output has stopped (its last block is then written).
     Capture Finished() {
@@ -85,7 +87,9 @@ TEST_F(PlayingSoundTest, RatePauseAndRewindMoveThroughTheSamples) {
     const int64_t frames = 30 * 44100;
     const Samples a = Tone(frames, 500);
     auto sound = Play(MovieOf(a));
-    const auto capturedPast = [&](int64_t n) { return WaitFor([&] { return CapturedFrames(capturePath()) > n; }); };
+    const auto capturedPast = [&](int64_t n) {
+        return vdtest::Within(std::chrono::seconds(20), [&] { return CapturedFrames(capturePath()) > n; });
+    };
     sound->SetPreferredRate(2 * kFixedOne);
     sound->Start();
     EXPECT_EQ(sound->Rate(), 2 * kFixedOne);
@@ -155,17 +159,6 @@ TEST_F(PlayingSoundTest, ADestroyedSoundLeavesAtOnce) {
     EXPECT_LE(capture.FrameOf("stop", 1), capture.FrameOf("stop", 2));
     EXPECT_EQ(capture.FrameOf("stop", 2), capture.Frames()) << "nothing written once no sound plays";
     ExpectSameMix(capture.samples, ExpectedMix({a, b}, capture));
-}
-
-TEST_F(PlayingSoundTest, RealTimeTakesTheSoundsDuration) {
-    Capturing("realtime");
-    auto sound = Play(MovieOf(Tone(44100, 440)));
-    const auto start = std::chrono::steady_clock::now();
-    sound->Start();
-    WaitDone(*sound);
-    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    EXPECT_GT(seconds, 0.9);
-    EXPECT_LT(seconds, 1.5);
 }
 
 TEST_F(PlayingSoundTest, AnOutputThatCannotBeHadIsReported) {

@@ -30,7 +30,7 @@ TEST(PortAudioOutputTest, TheDefaultDeviceGetsTheSamples) {
                 std::_Exit(3);
             }
             sound->Start();
-            const bool done = vdtest::audio::WaitFor([&] { return sound->IsDone(); });
+            const bool done = vdtest::Within(std::chrono::seconds(20), [&] { return sound->IsDone(); });
             sound.reset();
             ShutDownOutput();
             std::_Exit(done ? 0 : 4);

@@ -78,14 +78,6 @@ TEST(VolumesTest, TheDeepestMountPointHoldsAPath) {
     EXPECT_EQ(VolumeHolding(volumes, "/mnt/ab").mountPoint, "/");
 }
 
-TEST(VolumesTest, ThisMachineHasABootVolumeFirst) {
-    const auto volumes = MountedVolumes();
-    ASSERT_FALSE(volumes.empty());
-    EXPECT_TRUE(volumes.front().isBoot);
-    EXPECT_EQ(volumes.front().mountPoint, "/");
-    for (const Volume& volume : volumes) EXPECT_FALSE(volume.name.empty()) << volume.mountPoint;
-}
-
 // The volumes are kept between calls; a mount made or removed in between shows in the next call.
 TEST(VolumesTest, AMountMadeOrRemovedShowsInTheNextCall) {
     std::string point = (std::filesystem::temp_directory_path() / "vd-volume-XXXXXX").string();

@@ -1,4 +1,4 @@
-// Rendering movies to WAV: the header, the samples, mixing with volumes, envelopes, resampling,
+// Rendering movies to WAV: the header, the samples, mixing with volumes, resampling,
 // the byte-exact copy path, and what a failure leaves behind (nothing).
 #include "platform/media/movie_from_file.h"
 #include "platform/media/new_sound_movie.h"
@@ -103,20 +103,6 @@ TEST_F(MediaRenderTest, TracksMixByVolumeAndClip) {
     EXPECT_EQ(wav.size(), 44u + 4000);            // the disabled track still lasts
     EXPECT_EQ(Le16(wav, 44), 2000);
     EXPECT_EQ(Le16(wav, 44 + 4 * 600), 0);
-}
-
-TEST_F(MediaRenderTest, RampChangesTheGainInsideItsIntervalOnly) {
-    Movie movie = ConstantMovie(44100, 2, 20000, 2 * 44100);
-    RenderOptions options;
-    options.trackRamps.push_back(GainRamp{0.5, 1.5, 0.0f, 0.5f});
-    const std::string wav = Rendered(movie, "fade.wav", options);
-    ASSERT_EQ(wav.size(), 44u + 4 * 2 * 44100);
-    EXPECT_EQ(Le16(wav, 44 + 4 * 22049), 20000);  // before: unchanged
-    EXPECT_EQ(Le16(wav, 44 + 4 * 22050), 0);
-    EXPECT_NEAR(Le16(wav, 46 + 4 * 44100), 5000, 1);
-    EXPECT_NEAR(Le16(wav, 44 + 4 * 66149), 10000, 1);
-    EXPECT_EQ(Le16(wav, 44 + 4 * 66150), 20000);  // after: unchanged again
-    for (size_t n = 22051; n < 66150; n += 997) EXPECT_GE(Le16(wav, 44 + 4 * n), Le16(wav, 44 + 4 * (n - 1)));
 }
 
 TEST_F(MediaRenderTest, HalfRateMonoBecomesTwiceAsManyStereoFrames) {

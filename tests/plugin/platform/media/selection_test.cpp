@@ -52,21 +52,6 @@ TEST_F(MediaSelectionTest, CopyTakesTheRangeToTheFrameWithoutCopyingSamples) {
     EXPECT_EQ(CopyMovieSelection(sound, {0, -1, 0}, part), util::kInvalidTime);
 }
 
-TEST_F(MediaSelectionTest, AppendingTheSameFormatJoinsOneTrackExactly) {
-    Movie joined;
-    ASSERT_EQ(CopyMovieSelection(sound, {0, sound.Duration(), 0}, joined), util::kNoError);
-    ASSERT_EQ(AddMovieSelection(joined, sound, {0, 300, 0}), util::kNoError);
-    ASSERT_EQ(joined.TrackCount(), 1u);
-    const Track& track = *joined.FirstSoundTrack();
-    EXPECT_EQ(track.media.Duration(), 44100 + 22050);
-    EXPECT_EQ(joined.Duration(), 900);
-    auto samples = All(track);
-    ASSERT_EQ(samples.size(), 2u * 66150);
-    EXPECT_EQ(samples[2 * 44099], SineSample(44099, 0));
-    EXPECT_EQ(samples[2 * 44100], SineSample(0, 0));
-    EXPECT_EQ(samples[2 * 44100 + 2 * 22049 + 1], SineSample(22049, 1));
-}
-
 TEST_F(MediaSelectionTest, AppendingAnotherFormatAddsATrackAtTheEnd) {
     Movie mono;
     ASSERT_EQ(NewMemorySoundMovie(22050, mono), util::kNoError);
