@@ -5,6 +5,7 @@
 
 #include <dlfcn.h>
 
+#include <filesystem>
 #include <stdexcept>
 #include <string>
 
@@ -12,10 +13,20 @@ namespace vdhost::cli {
 
 namespace {
 
+// Where the module is: in the lib folder beside vdhost's bin folder, as built and as installed,
+// else wherever the loader looks. The loader's own search by vdhost's run path is not enough: a
+// sanitizer that wraps dlopen makes itself the caller whose run path counts.
+std::string modulePath(const char* library) {
+    std::error_code error;
+    const std::filesystem::path beside =
+        std::filesystem::read_symlink("/proc/self/exe", error).parent_path().parent_path() / "lib" / library;
+    return !error && std::filesystem::exists(beside, error) ? beside.string() : std::string(library);
+}
+
 // The module stays loaded until the process ends: what it made (threads, handlers) may still
 // refer to it.
 void* moduleEntry(const char* library, const char* entry) {
-    void* module = ::dlopen(library, RTLD_NOW | RTLD_LOCAL);
+    void* module = ::dlopen(modulePath(library).c_str(), RTLD_NOW | RTLD_LOCAL);
     const char* why = module ? nullptr : ::dlerror();
     void* function = module ? ::dlsym(module, entry) : nullptr;
     if (!function) {
